@@ -1,0 +1,56 @@
+// What one session owns: its diagram, its kernel use, and the operations that open files.
+#ifndef DIAGRAM_SYSTEMDIAGRAM_H_
+#define DIAGRAM_SYSTEMDIAGRAM_H_
+
+#include <string>
+
+#include "diagram/StatefulSystemDiagram.h"
+#include "resources/StatefulKernelUse.h"
+
+namespace IPA {
+
+// Lives in its node of the session table, default-constructed there. The request handlers call
+// it through a reference that stays good until the session is removed.
+class SystemDiagram {
+ public:
+  SystemDiagram() = default;
+  // An empty diagram, then assigned from `source` as operator= does.
+  SystemDiagram(SystemDiagram const& source);
+  // Copies the diagram through its JSON text (the same writer and reader as a file), which also
+  // stamps the source's schema version. The kernel use is not copied: this object keeps its own.
+  // No self-assignment test: that is a round trip onto itself. The two diagrams are locked one
+  // after the other, never both at once.
+  SystemDiagram& operator=(SystemDiagram const& source);
+
+  // Replaces the diagram from the JSON file at `path`. Throws std::runtime_error
+  // "Could not open <path> for reading." if the file cannot be opened (the diagram is then
+  // unchanged) and the parse errors of serializeFromJson.
+  void readSystemDiagram(std::string const& path);
+  // Writes the diagram to `path` as JSON, truncating the file. Throws std::runtime_error
+  // "Could not open <path> for writing." if the file cannot be opened. A write that fails
+  // half-way is not noticed and may leave a short file.
+  void serializeCurrentSystemDiagram(std::string const& path);
+
+  // Forward to the operation of the same name on systemDiagram.
+  void upsertKernel(ProfileAnalyzerSystemDiagramSerializable::kernel const& kernel);
+  void upsertQrxBin(ProfileAnalyzerSystemDiagramSerializable::qrxBin const& qrxBin);
+  void upsertQrxBinGeneratedBy(
+      ProfileAnalyzerSystemDiagramSerializable::qrxBinGeneratedBy const& generatedBy);
+  void upsertQsaClock(ProfileAnalyzerSystemDiagramSerializable::Clock const& clock);
+  void updateComputeUnit(ProfileAnalyzerSystemDiagramSerializable::computeUnit const& computeUnit);
+  void upsertConnectivity(
+      ProfileAnalyzerSystemDiagramSerializable::Connectivity const& connectivity);
+  void getQrxBinGeneratedBy(
+      ProfileAnalyzerSystemDiagramSerializable::qrxBinGeneratedBy& generatedBy);
+  void upsertPlatform(ProfileAnalyzerSystemDiagramSerializable::Platform const& platform);
+
+  // The session's diagram; guarded by its own mutex.
+  StatefulSystemDiagram systemDiagram;
+  // What the session's implementation runs reported; guarded by its own mutex, always taken
+  // before the diagram's.
+  StatefulKernelUse kernelUse;
+};
+
+}  // namespace IPA
+
+#endif  // DIAGRAM_SYSTEMDIAGRAM_H_

@@ -1,0 +1,76 @@
+// The library's door to the compile server: the service "dispatch.system_diagram_server".
+#ifndef SERVICE_SYSTEMDIAGRAMHANDLER_H_
+#define SERVICE_SYSTEMDIAGRAMHANDLER_H_
+
+#include <memory>
+#include <string>
+
+#include <google/protobuf/any.pb.h>
+
+#include "diagram/SystemDiagram.h"
+#include "platform/dispatch/ConnectionMgr.h"
+#include "platform/dispatch/RequestHandler.h"
+#include "proto/dispatch.pb.h"
+#include "service/Export.h"
+#include "service/TSessionMgr.h"
+
+namespace IPA {
+
+// Serves every request of the service: validates it, picks the request handler by the type name
+// of the request's payload, and turns every exception into status 500 (the exception's text
+// goes to the server's log at level 1, never to the client). Owns the session table, which it
+// shares with the server's session manager; sessions are created, forked and removed by the
+// server, never by a request.
+//
+// See docs/protocol.md for the requests and their answers.
+class SystemDiagramHandler : public dispatch::server::RequestHandler {
+ public:
+  // Logs a handler's entry when made and its leaving when destroyed (service/ScopedDebugLog.h).
+  class ScopedDebugLog;
+
+  using SessionTable = dispatch::server::TSessionMgr<SystemDiagram>;
+
+  // Registers the service with `connections`, makes the session table "SYSTEM_DIAGRAM", takes the
+  // service's version from the protocol definition, and hands the table to the server's session
+  // manager.
+  explicit SystemDiagramHandler(dispatch::server::ConnectionMgr& connections);
+  // Drops this handler's share of the session table; the diagrams live on while the server's
+  // session manager holds its share.
+  ~SystemDiagramHandler() override;
+
+  // Never throws. A payload type that is not one of the service's requests, or an absent payload,
+  // leaves `response` as it came.
+  void handle_request(dispatch::Request const& request, dispatch::Response& response) override;
+
+  // The diagram of the session; the reference stays good until that session is removed. Throws
+  // std::runtime_error for an empty UUID and dispatch::server::HCSExceptionNoSessionFound for an
+  // unknown one; never adds a session. Reads the table without its lock (see ConnectionMgr).
+  SystemDiagram& getDiagramForSession(std::string const& sessionUuid);
+
+  std::shared_ptr<SessionTable> const& getSessionTable() const { return sessions; }
+
+ private:
+  // Each takes the request's payload, the response and the session's UUID; each follows the same
+  // shape: debug log, unpack, test the required fields (400), one call on the session's
+  // diagram, 200.
+  void handleReadSystemDiagramRequest(google::protobuf::Any const& payload,
+                                      dispatch::Response& response,
+                                      std::string const& sessionUuid);
+  void handleWriteCurrentSystemDiagramRequest(google::protobuf::Any const& payload,
+                                              dispatch::Response& response,
+                                              std::string const& sessionUuid);
+
+  // Requests whose handlers have not landed yet are answered 500 through this.
+  [[noreturn]] static void notYetServed(std::string const& typeName);
+
+  std::shared_ptr<SessionTable> sessions;
+};
+
+}  // namespace IPA
+
+// The factory the server finds by name: a new handler registered with `connections`. The caller
+// owns it (the server hands it to ConnectionMgr::adoptHandler).
+extern "C" QV_EXPORT dispatch::server::RequestHandler* makeHandler(
+    dispatch::server::ConnectionMgr& connections);
+
+#endif  // SERVICE_SYSTEMDIAGRAMHANDLER_H_
