@@ -1,10 +1,12 @@
 #include "diagram/ProfileAnalyzerSystemDiagram.h"
 
+#include <google/protobuf/util/json_util.h>
+
 #include <iterator>
 #include <stdexcept>
 #include <utility>
 
-#include <google/protobuf/util/json_util.h>
+#include "diagram/TextConversions.h"
 
 namespace IPA {
 
@@ -14,8 +16,7 @@ const std::string ProfileAnalyzerSystemDiagram::schemaPatchLevel = "0";
 
 namespace {
 
-// The operations below this point arrive with the diagram's editing logic; until then they
-// refuse loudly instead of pretending to work.
+// Operations whose logic is not in this version refuse loudly instead of pretending to work.
 [[noreturn]] void notImplementedYet(char const* operation) {
   throw std::runtime_error(std::string("ProfileAnalyzerSystemDiagram::") + operation +
                            " is not implemented yet");
@@ -55,78 +56,331 @@ void ProfileAnalyzerSystemDiagram::serializeFromJson(std::istream& in) {
   options.case_insensitive_enum_parsing = false;
   auto const status = google::protobuf::util::JsonStringToMessage(text, container.get(), options);
   if (!status.ok()) {
-    throw std::runtime_error("Deserializing failed with error: " +
-                             std::string(status.message()) + ".");
+    throw std::runtime_error("Deserializing failed with error: " + std::string(status.message()) +
+                             ".");
   }
 }
 
+namespace pb = ProfileAnalyzerSystemDiagramSerializable;
+
+namespace {
+
+// The sections as readers see them: the default instance where a section is absent.
+pb::Qsa const& qsaOf(ProfileAnalyzerSystemDiagram::Container const& root) {
+  return root.system_diagram_metadata().qsa();
+}
+pb::qrxBin const& qrxBinOf(ProfileAnalyzerSystemDiagram::Container const& root) {
+  return root.system_diagram_metadata().qrxbin();
+}
+
+// The sections as writers reach them: created empty on the way.
+pb::Qsa* mutableQsa(ProfileAnalyzerSystemDiagram::Container& root) {
+  return root.mutable_system_diagram_metadata()->mutable_qsa();
+}
+pb::qrxBin* mutableQrxBin(ProfileAnalyzerSystemDiagram::Container& root) {
+  return root.mutable_system_diagram_metadata()->mutable_qrxbin();
+}
+
+bool isComputeUnit(pb::Node const& node) { return node.type() == "compute_unit"; }
+
+// Whether some compute unit of `region` has the id `id` and the name `name`.
+bool regionHasUnit(pb::userRegion const& region, std::string const& id, std::string const& name) {
+  for (auto const& unit : region.compute_units()) {
+    if (unit.id() == id && unit.name() == name) return true;
+  }
+  return false;
+}
+
+}  // namespace
+
+pb::DesignState ProfileAnalyzerSystemDiagram::toDesignState(std::string const& word) {
+  if (word == "Synthesized") return pb::DESIGN_STATE_SYNTHESIZED;
+  if (word == "Fully Placed") return pb::DESIGN_STATE_FULLY_PLACED;
+  if (word == "Routed") return pb::DESIGN_STATE_ROUTED;
+  return pb::DESIGN_STATE_UNSET;
+}
+
 std::vector<std::string> ProfileAnalyzerSystemDiagram::computeUnitNames() {
-  notImplementedYet("computeUnitNames");
+  std::vector<std::string> names;
+  for (auto const& region : qrxBinOf(*container).user_regions()) {
+    for (auto const& unit : region.compute_units()) names.push_back(unit.name());
+  }
+  return names;
 }
-std::string ProfileAnalyzerSystemDiagram::kernelNameFromComputeUnitName(std::string const&) const {
-  notImplementedYet("kernelNameFromComputeUnitName");
+
+std::string ProfileAnalyzerSystemDiagram::kernelNameFromComputeUnitName(
+    std::string const& computeUnitName) const {
+  // Compute units are named "<kernel>_<n>"; the stored diagram is not asked.
+  return computeUnitName.substr(0, computeUnitName.find('_'));
 }
-void ProfileAnalyzerSystemDiagram::setComputeUnitBaseAddress(std::string const&,
-                                                             std::string const&,
-                                                             std::string const&) {
-  notImplementedYet("setComputeUnitBaseAddress");
+
+void ProfileAnalyzerSystemDiagram::setComputeUnitBaseAddress(std::string const& kernelName,
+                                                             std::string const& computeUnitName,
+                                                             std::string const& baseAddress) {
+  for (auto& region : *mutableQrxBin(*container)->mutable_user_regions()) {
+    for (auto& unit : *region.mutable_compute_units()) {
+      if (unit.kernel_name() != kernelName || unit.name() != computeUnitName) continue;
+      unit.set_base_address(baseAddress);
+    }
+  }
 }
-void ProfileAnalyzerSystemDiagram::setDeviceTopologyBaseAddress(std::string const&,
-                                                                std::string const&) {
-  notImplementedYet("setDeviceTopologyBaseAddress");
+
+void ProfileAnalyzerSystemDiagram::setDeviceTopologyField(
+    std::string const& tag, std::string const& value,
+    std::function<void(DeviceTopologyIterator, std::string const&)> const& setter) {
+  for (auto& memory : *mutableQsa(*container)->mutable_device_topology()) {
+    if (memory.tag() != tag) continue;
+    setter(&memory, value);
+  }
 }
-void ProfileAnalyzerSystemDiagram::setDeviceTopologySlr(std::string const&, std::string const&) {
-  notImplementedYet("setDeviceTopologySlr");
+
+void ProfileAnalyzerSystemDiagram::setDeviceTopologyBaseAddress(std::string const& tag,
+                                                                std::string const& value) {
+  setDeviceTopologyField(tag, value, [](DeviceTopologyIterator memory, std::string const& text) {
+    memory->set_base_address(text);
+  });
 }
-void ProfileAnalyzerSystemDiagram::setDeviceTopologyUsed(std::string const&, std::string const&) {
-  notImplementedYet("setDeviceTopologyUsed");
+
+void ProfileAnalyzerSystemDiagram::setDeviceTopologySlr(std::string const& tag,
+                                                        std::string const& value) {
+  setDeviceTopologyField(tag, value, [](DeviceTopologyIterator memory, std::string const& text) {
+    memory->set_slr(text);
+  });
 }
-void ProfileAnalyzerSystemDiagram::setDeviceTopologySizeKB(std::string const&,
-                                                           std::string const&) {
-  notImplementedYet("setDeviceTopologySizeKB");
+
+void ProfileAnalyzerSystemDiagram::setDeviceTopologyUsed(std::string const& tag,
+                                                         std::string const& value) {
+  setDeviceTopologyField(tag, value, [](DeviceTopologyIterator memory, std::string const& text) {
+    memory->set_used(text);
+  });
 }
+
+void ProfileAnalyzerSystemDiagram::setDeviceTopologySizeKB(std::string const& tag,
+                                                           std::string const& value) {
+  setDeviceTopologyField(tag, value, [](DeviceTopologyIterator memory, std::string const& text) {
+    memory->set_size_kb(text);
+  });
+}
+
 void ProfileAnalyzerSystemDiagram::addComputeUnitActualResource(std::string const&,
                                                                 ActualResourceCollection const&) {
   notImplementedYet("addComputeUnitActualResource");
 }
+
 void ProfileAnalyzerSystemDiagram::upsertKernelUtilization(
-    std::unordered_map<std::string, ActualResourceCollection> const&) {
-  notImplementedYet("upsertKernelUtilization");
+    std::unordered_map<std::string, ActualResourceCollection> const& kernelUse) {
+  // What the map names replaces what a compute unit held; other compute units keep theirs.
+  for (auto const& unit : kernelUse) {
+    clearComputeUnitResourceUse(unit.first);
+    addComputeUnitActualResource(unit.first, unit.second);
+  }
 }
-void ProfileAnalyzerSystemDiagram::upsertKernel(
-    ProfileAnalyzerSystemDiagramSerializable::kernel const&) {
-  notImplementedYet("upsertKernel");
+
+void ProfileAnalyzerSystemDiagram::clearComputeUnitResourceUse(std::string const& computeUnitName) {
+  if (computeUnitName.empty()) return;
+  for (auto& region : *mutableQrxBin(*container)->mutable_user_regions()) {
+    for (auto& unit : *region.mutable_compute_units()) {
+      if (unit.name() == computeUnitName) unit.clear_actual_resources();
+    }
+  }
 }
-void ProfileAnalyzerSystemDiagram::upsertQrxBin(
-    ProfileAnalyzerSystemDiagramSerializable::qrxBin const&) {
-  notImplementedYet("upsertQrxBin");
+
+void ProfileAnalyzerSystemDiagram::upsertKernel(pb::kernel const& kernel) {
+  if (kernel.name().empty()) return;
+  // The import always makes a user region; without one there is nowhere to put a kernel.
+  if (qrxBinOf(*container).user_regions().empty()) {
+    throw std::runtime_error("Cannot upsert kernel '" + kernel.name() +
+                             "': the system diagram has no user region.");
+  }
+  // Only the first region is searched and only it gets new kernels.
+  pb::userRegion* region = mutableQrxBin(*container)->mutable_user_regions(0);
+  for (auto& stored : *region->mutable_kernels()) {
+    if (stored.name() != kernel.name()) continue;
+    stored.MergeFrom(kernel);
+    return;
+  }
+  region->add_kernels()->MergeFrom(kernel);
 }
+
+void ProfileAnalyzerSystemDiagram::upsertQrxBin(pb::qrxBin const& qrxBin) {
+  mutableQrxBin(*container)->MergeFrom(qrxBin);
+}
+
 void ProfileAnalyzerSystemDiagram::upsertQrxBinGeneratedBy(
-    ProfileAnalyzerSystemDiagramSerializable::qrxBinGeneratedBy const&) {
-  notImplementedYet("upsertQrxBinGeneratedBy");
+    pb::qrxBinGeneratedBy const& generatedBy) {
+  mutableQrxBin(*container)->mutable_generated_by()->MergeFrom(generatedBy);
 }
-void ProfileAnalyzerSystemDiagram::upsertQsaClock(
-    ProfileAnalyzerSystemDiagramSerializable::Clock const&) {
-  notImplementedYet("upsertQsaClock");
+
+void ProfileAnalyzerSystemDiagram::upsertQsaClock(pb::Clock const& clock) {
+  pb::Qsa* qsa = mutableQsa(*container);
+  // The name is the key; a clock without a name is matched by its id, whatever the stored name.
+  bool const byName = !clock.name().empty();
+  for (auto& stored : *qsa->mutable_clocks()) {
+    bool const match = byName ? stored.name() == clock.name() : stored.id() == clock.id();
+    if (!match) continue;
+    stored.MergeFrom(clock);
+    return;
+  }
+  qsa->add_clocks()->MergeFrom(clock);
 }
-void ProfileAnalyzerSystemDiagram::updateComputeUnit(
-    ProfileAnalyzerSystemDiagramSerializable::computeUnit const&) {
-  notImplementedYet("updateComputeUnit");
+
+void ProfileAnalyzerSystemDiagram::updateComputeUnit(pb::computeUnit const& unit) {
+  pb::computeUnit* stored = nullptr;
+  for (auto& region : *mutableQrxBin(*container)->mutable_user_regions()) {
+    for (auto& candidate : *region.mutable_compute_units()) {
+      if (candidate.name() != unit.name()) continue;
+      stored = &candidate;
+      break;
+    }
+    if (stored != nullptr) break;
+  }
+  if (stored == nullptr) return;
+
+  // Appended, never matched by SLR: a second update of one SLR gives a second entry.
+  for (auto const& slr : unit.slr_resources()) {
+    pb::slrResources* added = stored->add_slr_resources();
+    added->set_slr(slr.slr());
+    for (auto const& use : slr.utilization()) {
+      pb::resourceUtilization* copied = added->add_utilization();
+      copied->set_resource(use.resource());
+      copied->set_used(use.used());
+      copied->set_available(use.available());
+    }
+  }
+  // Only the first reset pin and the first clock reference of a request count.
+  if (!unit.reset_pins().empty()) stored->add_reset_pins(unit.reset_pins(0));
+  if (unit.clock_refs().empty()) return;
+  pb::clockRef const& incoming = unit.clock_refs(0);
+  if (incoming.name().empty()) return;
+  for (auto& reference : *stored->mutable_clock_refs()) {
+    if (reference.name() != incoming.name()) continue;
+    if (incoming.requested_frequency() != 0.0) {
+      reference.set_requested_frequency(incoming.requested_frequency());
+    }
+    if (incoming.achieved_frequency() != 0.0) {
+      reference.set_achieved_frequency(incoming.achieved_frequency());
+    }
+    if (!incoming.plio().empty()) reference.set_plio(incoming.plio());
+    if (!incoming.annotated_arg().empty()) reference.set_annotated_arg(incoming.annotated_arg());
+  }
 }
-void ProfileAnalyzerSystemDiagram::upsertConnectivity(
-    ProfileAnalyzerSystemDiagramSerializable::Connectivity const&) {
-  notImplementedYet("upsertConnectivity");
+
+void ProfileAnalyzerSystemDiagram::upsertConnectivity(pb::Connectivity const& connection) {
+  pb::Node const& source = connection.source();
+  pb::Node const& destination = connection.destination();
+  pb::qrxBin* qrxBin = mutableQrxBin(*container);
+
+  // Only a compute unit to compute unit connection is ever matched, by the names its stored ids
+  // stand for; any other kind is stored again on every upsert.
+  if (isComputeUnit(source) && isComputeUnit(destination)) {
+    for (auto& region : *qrxBin->mutable_user_regions()) {
+      for (auto& stored : *region.mutable_connectivity()) {
+        if (!isComputeUnit(stored.source()) || !isComputeUnit(stored.destination())) continue;
+        if (!regionHasUnit(region, stored.source().id(), source.instance())) continue;
+        if (!regionHasUnit(region, stored.destination().id(), destination.instance())) continue;
+        stored.MergeFrom(connection);
+        return;
+      }
+    }
+  }
+
+  if (qrxBin->user_regions().empty()) return;
+  std::string sourceId;
+  if (isComputeUnit(source)) {
+    sourceId = getComputeUnitId(source.instance());
+    if (sourceId.empty()) return;
+  }
+  std::string destinationId;
+  if (isComputeUnit(destination)) {
+    destinationId = getComputeUnitId(destination.instance());
+    if (destinationId.empty()) return;
+  }
+  pb::userRegion* region = qrxBin->mutable_user_regions(0);
+  // Ids count the region's connections from "0"; this is the only numbering.
+  std::string const id = integerToText(region->connectivity_size());
+  pb::Connectivity* added = region->add_connectivity();
+  added->set_id(id);
+  auto const copyEnd = [](pb::Node const& from, std::string const& unitId, pb::Node* to) {
+    if (isComputeUnit(from)) to->set_id(unitId);
+    to->set_type(from.type());
+    to->set_instance(from.instance());
+    to->set_pin(from.pin());
+  };
+  copyEnd(source, sourceId, added->mutable_source());
+  copyEnd(destination, destinationId, added->mutable_destination());
 }
+
 void ProfileAnalyzerSystemDiagram::writeFlowReport(std::ofstream&) {
   notImplementedYet("writeFlowReport");
 }
-void ProfileAnalyzerSystemDiagram::getQrxBinGeneratedBy(
-    ProfileAnalyzerSystemDiagramSerializable::qrxBinGeneratedBy&) {
-  notImplementedYet("getQrxBinGeneratedBy");
+
+void ProfileAnalyzerSystemDiagram::getQrxBinGeneratedBy(pb::qrxBinGeneratedBy& generatedBy) {
+  // Asking creates the section, as every other access through the writers' path does.
+  generatedBy.CopyFrom(*mutableQrxBin(*container)->mutable_generated_by());
 }
-void ProfileAnalyzerSystemDiagram::upsertPlatform(
-    ProfileAnalyzerSystemDiagramSerializable::Platform const&) {
-  notImplementedYet("upsertPlatform");
+
+void ProfileAnalyzerSystemDiagram::upsertPlatform(pb::Platform const& platform) {
+  mutableQrxBin(*container)->mutable_platform()->MergeFrom(platform);
+}
+
+std::string ProfileAnalyzerSystemDiagram::getComputeUnitId(
+    std::string const& computeUnitName) const {
+  for (auto const& region : qrxBinOf(*container).user_regions()) {
+    for (auto const& unit : region.compute_units()) {
+      if (unit.name() != computeUnitName) continue;
+      if (!unit.id().empty()) return unit.id();
+      // A unit of that name without an id sends the search on to the next region.
+      break;
+    }
+  }
+  return "";
+}
+
+std::string ProfileAnalyzerSystemDiagram::getComputeUnitClockPortName(
+    std::string const& computeUnitName) const {
+  for (auto const& region : qrxBinOf(*container).user_regions()) {
+    for (auto const& unit : region.compute_units()) {
+      if (unit.name() != computeUnitName) continue;
+      for (auto const& reference : unit.clock_refs()) {
+        if (reference.requested_frequency() != 0.0) return reference.name();
+      }
+    }
+  }
+  return "";
+}
+
+void ProfileAnalyzerSystemDiagram::getComputeUnitClockInfo(std::string const& computeUnitId,
+                                                           std::string const& clockRefName,
+                                                           std::string& clockId,
+                                                           std::string& requested,
+                                                           std::string& achieved) const {
+  for (auto const& region : qrxBinOf(*container).user_regions()) {
+    for (auto const& unit : region.compute_units()) {
+      if (unit.id() != computeUnitId) continue;
+      for (auto const& reference : unit.clock_refs()) {
+        if (reference.name() != clockRefName) continue;
+        clockId = reference.clock_id();
+        requested = doubleToString(reference.requested_frequency());
+        achieved = doubleToString(reference.achieved_frequency());
+        break;
+      }
+      if (!clockId.empty()) return;
+    }
+  }
+}
+
+void ProfileAnalyzerSystemDiagram::getQsaClockFrequencies(std::string const& clockId,
+                                                          std::string& frequency,
+                                                          std::string& requested,
+                                                          std::string& achieved) const {
+  for (auto const& clock : qsaOf(*container).clocks()) {
+    // Converted per clock: a text that is no number throws only when there is a clock to ask.
+    if (std::stoi(clockId) != clock.id()) continue;
+    frequency = doubleToString(clock.frequency());
+    requested = doubleToString(clock.requested_frequency());
+    achieved = doubleToString(clock.achieved_frequency());
+    return;
+  }
 }
 
 }  // namespace IPA

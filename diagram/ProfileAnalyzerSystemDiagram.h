@@ -2,6 +2,7 @@
 #ifndef DIAGRAM_PROFILEANALYZERSYSTEMDIAGRAM_H_
 #define DIAGRAM_PROFILEANALYZERSYSTEMDIAGRAM_H_
 
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -12,9 +13,16 @@ namespace IPA {
 
 // The concrete diagram: every operation reads or changes the tree under `container`, whose
 // stored form is the protobuf JSON mapping of outerContainer (docs/formats.md).
+//
+// Changing operations create missing sections on the way (also getQrxBinGeneratedBy, which
+// creates `qrxbin.generated_by`); the other reading operations create nothing. An operation that
+// finds no entry for its key does nothing and reports nothing. No lock of its own: all access
+// comes through StatefulSystemDiagram. docs/diagram-operations.md tells each operation's key and
+// merge rule.
 class ProfileAnalyzerSystemDiagram : public SystemDiagramInterface {
  public:
   using Container = ProfileAnalyzerSystemDiagramSerializable::outerContainer;
+  using DeviceTopologyIterator = ProfileAnalyzerSystemDiagramSerializable::deviceTopology*;
 
   // The version stamped into every diagram written: 2.0.0.
   static const std::string schemaMajorVersion;
@@ -25,6 +33,35 @@ class ProfileAnalyzerSystemDiagram : public SystemDiagramInterface {
   explicit ProfileAnalyzerSystemDiagram(std::shared_ptr<Container> container);
 
   std::shared_ptr<Container> const& getContainer() const { return container; }
+
+  // "Synthesized" 1, "Fully Placed" 2, "Routed" 3, any other word DESIGN_STATE_UNSET (0).
+  static ProfileAnalyzerSystemDiagramSerializable::DesignState toDesignState(
+      std::string const& word);
+
+  // Calls `setter` with every memory whose `tag` equals `tag`, and `value`.
+  void setDeviceTopologyField(
+      std::string const& tag, std::string const& value,
+      std::function<void(DeviceTopologyIterator, std::string const&)> const& setter);
+  // Clears `actual_resources` of every compute unit named `computeUnitName`; nothing for "".
+  void clearComputeUnitResourceUse(std::string const& computeUnitName);
+  // The frequencies of the platform clock whose `id` is `clockId` (converted as std::stoi does,
+  // once per clock looked at, so a text that is no number throws std::invalid_argument or
+  // std::out_of_range if there is any clock), each through doubleToString. Outputs are left as
+  // they came when no clock matches.
+  void getQsaClockFrequencies(std::string const& clockId, std::string& frequency,
+                              std::string& requested, std::string& achieved) const;
+  // The `id` of the first compute unit named `computeUnitName` whose id is not empty; "" if none.
+  std::string getComputeUnitId(std::string const& computeUnitName) const;
+  // The name of the first clock reference with a requested frequency, in the compute units
+  // named `computeUnitName`; "" if none.
+  std::string getComputeUnitClockPortName(std::string const& computeUnitName) const;
+  // From the first clock reference named `clockRefName` of the compute units whose `id` is
+  // `computeUnitId`: its `clock_id`, and its two frequencies through doubleToString (0.0 gives
+  // ""). Stops at the first compute unit that gives a clock id; outputs are left as they came
+  // when nothing matches.
+  void getComputeUnitClockInfo(std::string const& computeUnitId, std::string const& clockRefName,
+                               std::string& clockId, std::string& requested,
+                               std::string& achieved) const;
 
   std::vector<std::string> computeUnitNames() override;
   std::string kernelNameFromComputeUnitName(std::string const& computeUnitName) const override;
@@ -49,6 +86,9 @@ class ProfileAnalyzerSystemDiagram : public SystemDiagramInterface {
 
   void upsertKernelUtilization(
       std::unordered_map<std::string, ActualResourceCollection> const& kernelUse) override;
+  // Merges into the first region's kernel of the same name, or appends it there. A kernel
+  // without a name changes nothing. Throws std::runtime_error on a diagram without a user
+  // region, which has nowhere to put a kernel.
   void upsertKernel(ProfileAnalyzerSystemDiagramSerializable::kernel const& kernel) override;
   void upsertQrxBin(ProfileAnalyzerSystemDiagramSerializable::qrxBin const& qrxBin) override;
   void upsertQrxBinGeneratedBy(

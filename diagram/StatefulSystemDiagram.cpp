@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "diagram/ProfileAnalyzerSystemDiagram.h"
+#include "diagram/ProfileAnalyzerSystemDiagramBuilder.h"
 
 namespace IPA {
 
@@ -12,7 +13,9 @@ using Lock = std::lock_guard<std::mutex>;
 StatefulSystemDiagram::StatefulSystemDiagram() {
   Lock lock(diagramMutex);
   auto container = std::make_shared<ProfileAnalyzerSystemDiagramSerializable::outerContainer>();
-  diagram = std::make_shared<ProfileAnalyzerSystemDiagram>(std::move(container));
+  // The builder adds nothing: a new session's diagram has no section at all.
+  ProfileAnalyzerSystemDiagramBuilder builder(container);
+  diagram = std::make_shared<ProfileAnalyzerSystemDiagram>(builder.getRoot());
 }
 
 StatefulSystemDiagram::StatefulSystemDiagram(std::shared_ptr<SystemDiagramInterface> initial) {

@@ -2,10 +2,10 @@
 #ifndef SERVICE_SYSTEMDIAGRAMHANDLER_H_
 #define SERVICE_SYSTEMDIAGRAMHANDLER_H_
 
+#include <google/protobuf/any.pb.h>
+
 #include <memory>
 #include <string>
-
-#include <google/protobuf/any.pb.h>
 
 #include "diagram/SystemDiagram.h"
 #include "platform/dispatch/ConnectionMgr.h"
@@ -54,11 +54,37 @@ class SystemDiagramHandler : public dispatch::server::RequestHandler {
   // shape: debug log, unpack, test the required fields (400), one call on the session's
   // diagram, 200.
   void handleReadSystemDiagramRequest(google::protobuf::Any const& payload,
-                                      dispatch::Response& response,
-                                      std::string const& sessionUuid);
+                                      dispatch::Response& response, std::string const& sessionUuid);
   void handleWriteCurrentSystemDiagramRequest(google::protobuf::Any const& payload,
                                               dispatch::Response& response,
                                               std::string const& sessionUuid);
+  void handleUpsertKernelRequest(google::protobuf::Any const& payload, dispatch::Response& response,
+                                 std::string const& sessionUuid);
+  void handleUpsertQrxBinRequest(google::protobuf::Any const& payload, dispatch::Response& response,
+                                 std::string const& sessionUuid);
+  void handleUpsertQrxBinGeneratedByRequest(google::protobuf::Any const& payload,
+                                            dispatch::Response& response,
+                                            std::string const& sessionUuid);
+  void handleUpsertQsaClock(google::protobuf::Any const& payload, dispatch::Response& response,
+                            std::string const& sessionUuid);
+  // The one handler that answers with data: a qrxBinGeneratedBy in the response's payload.
+  void handleGetQrxBinGeneratedByRequest(google::protobuf::Any const& payload,
+                                         dispatch::Response& response,
+                                         std::string const& sessionUuid);
+  void handleUpdateComputeUnitRequest(google::protobuf::Any const& payload,
+                                      dispatch::Response& response, std::string const& sessionUuid);
+  void handleUpsertConnectivityRequest(google::protobuf::Any const& payload,
+                                       dispatch::Response& response,
+                                       std::string const& sessionUuid);
+  void handleUpsertPlatform(google::protobuf::Any const& payload, dispatch::Response& response,
+                            std::string const& sessionUuid);
+
+  // The shape they share: debug log with `label`, unpack into a Message (a payload that does
+  // not parse leaves it empty or partly filled), 400 unless `complete(message)`, then
+  // `call(session's diagram, message)` and 200.
+  template <class Message, class Complete, class Call>
+  void serve(char const* label, google::protobuf::Any const& payload, dispatch::Response& response,
+             std::string const& sessionUuid, Complete complete, Call call);
 
   // Requests whose handlers have not landed yet are answered 500 through this.
   [[noreturn]] static void notYetServed(std::string const& typeName);

@@ -294,17 +294,9 @@ INSTANTIATE_TEST_SUITE_P(
                       PendingType{"dispatch.system_diagram_server.AfterRunningBrenlo"},
                       PendingType{"dispatch.system_diagram_server.MakeInitialSystemDiagram"},
                       PendingType{"dispatch.system_diagram_server.UpsertKernelUse"},
-                      PendingType{"dispatch.system_diagram_server.UpsertKernel"},
-                      PendingType{"dispatch.system_diagram_server.UpsertQrxBin"},
-                      PendingType{"dispatch.system_diagram_server.UpsertQrxBinGeneratedBy"},
-                      PendingType{"dispatch.system_diagram_server.UpsertQsaClock"},
-                      PendingType{"dispatch.system_diagram_server.GetQrxBinGeneratedBy"},
                       PendingType{
                           "dispatch.system_diagram_server.UpdateSystemDiagramAfterBrenloRuns"},
-                      PendingType{"dispatch.system_diagram_server.UpdateComputeUnit"},
-                      PendingType{"dispatch.system_diagram_server.UpsertConnectivity"},
-                      PendingType{"dispatch.system_diagram_server.WriteFlowReport"},
-                      PendingType{"dispatch.system_diagram_server.UpsertPlatform"}),
+                      PendingType{"dispatch.system_diagram_server.WriteFlowReport"}),
     [](::testing::TestParamInfo<PendingType> const& param) {
       std::string name = param.param.typeName;
       return name.substr(name.rfind('.') + 1);

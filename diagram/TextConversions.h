@@ -1,0 +1,41 @@
+// Conversions between numbers and the text in which the diagram keeps them.
+#ifndef DIAGRAM_TEXTCONVERSIONS_H_
+#define DIAGRAM_TEXTCONVERSIONS_H_
+
+#include <boost/property_tree/ptree.hpp>
+#include <sstream>
+#include <string>
+
+namespace IPA {
+
+// Decimal text to an unsigned integer, as a default string stream reads it: leading white space
+// skipped, reading stops at the first character that cannot continue the number. A failed read
+// gives 0: "12ab" gives 12, "0x1f" gives 0, "" gives 0.
+template <class T>
+T textToInteger(std::string const& text) {
+  std::istringstream in(text);
+  T value{};
+  in >> value;
+  if (in.fail() || in.bad()) return 0;
+  return value;
+}
+
+// The decimal text of a number.
+template <class T>
+std::string integerToText(T value) {
+  std::ostringstream out;
+  out << value;
+  return out.str();
+}
+
+// 0.0 gives the empty text, which is how a frequency that is not known shows; anything else is
+// fixed notation with two decimals: 300 gives "300.00", 99.999 gives "100.00", 0.001 gives
+// "0.00".
+std::string doubleToString(double value);
+
+// JSON text to a property tree; throws boost::property_tree::json_parser_error on bad JSON.
+boost::property_tree::ptree makePropertyTree(std::string const& json);
+
+}  // namespace IPA
+
+#endif  // DIAGRAM_TEXTCONVERSIONS_H_
