@@ -2,7 +2,7 @@
 
 #include <google/protobuf/util/json_util.h>
 
-#include <iterator>
+#include <array>
 #include <stdexcept>
 #include <utility>
 
@@ -50,7 +50,12 @@ void ProfileAnalyzerSystemDiagram::serializeToJson(std::ostream& out) const {
 }
 
 void ProfileAnalyzerSystemDiagram::serializeFromJson(std::istream& in) {
-  std::string const text{std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+  // Read in large blocks: the stored form of a big design runs to tens of megabytes.
+  std::string text;
+  std::array<char, 1 << 16> block;
+  while (in.read(block.data(), block.size()) || in.gcount() > 0) {
+    text.append(block.data(), static_cast<std::size_t>(in.gcount()));
+  }
   google::protobuf::util::JsonParseOptions options;
   options.ignore_unknown_fields = false;
   options.case_insensitive_enum_parsing = false;
