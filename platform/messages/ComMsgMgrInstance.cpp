@@ -20,7 +20,8 @@ ComMsgMgrInstance::ComMsgMgrInstance(std::string lookup, std::string format, std
   std::string rest = format_;
   if (format_.size() > 1 && format_[0] == '@') {
     auto const close = format_.find('@', 1);
-    if (close != std::string::npos) {
+    // "@@" has no digits between its marks, so it is plain text, not an empty identifier.
+    if (close != std::string::npos && close > 1) {
       id_ = format_.substr(1, close - 1);
       rest = format_.substr(close + 1);
     }
