@@ -116,6 +116,19 @@ INSTANTIATE_TEST_SUITE_P(
         Incomplete{"UpsertPlatformWithoutPlatform", std::make_shared<wire::UpsertPlatform>()}),
     [](::testing::TestParamInfo<Incomplete> const& param) { return param.param.description; });
 
+TEST_P(IncompleteRequestTest, PayloadWhoseBytesDoNotParseIsAnswered400) {
+  std::string const before = written();
+  dispatch::Request request = requestFor("s1", *GetParam().message);
+  // A first tag with a wire type that does not exist: the unpacking fails before anything is
+  // filled in, and the field test refuses the request. (Bytes that break off inside a
+  // sub-message would leave that sub-message present, and pass.)
+  request.mutable_payload()->set_value("\x0f");
+  dispatch::Response response;
+  connections.dispatch(request, response);
+  EXPECT_STATUS(response, 400);
+  EXPECT_EQ(written(), before);
+}
+
 // ---- 500: the session is unknown ---------------------------------------------------------------
 
 class UnknownSessionTest : public DiagramRequestsTest,
