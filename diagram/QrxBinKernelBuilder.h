@@ -35,7 +35,7 @@ class QrxBinKernelBuilder : public std::enable_shared_from_this<QrxBinKernelBuil
   std::shared_ptr<KernelPortBuilder> addPort();
   std::shared_ptr<KernelArgumentBuilder> addArgument();
   std::shared_ptr<KernelClockRefBuilder> addClockRef();
-  // The builder of this kernel's estimate, which it creates on first use.
+  // The builder of this kernel's estimate; the estimate comes into being with its first setter.
   std::shared_ptr<EstimatedResourcesBuilder> estimatedResources();
 
  private:
