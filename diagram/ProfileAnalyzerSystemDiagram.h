@@ -81,7 +81,8 @@ class ProfileAnalyzerSystemDiagram : public SystemDiagramInterface {
   void serializeToJson(std::ostream& out) const override;
   // Reads the whole stream and replaces the tree with it. Unknown keys and enumeration names
   // spelled otherwise are refused with std::runtime_error
-  // "Deserializing failed with error: <reason>.". The stored schema version is not checked.
+  // "Deserializing failed with error: <reason>."; the tree is then unchanged, since the whole
+  // document is converted before the tree is touched. The stored schema version is not checked.
   void serializeFromJson(std::istream& in) override;
 
   void upsertKernelUtilization(
