@@ -1,0 +1,38 @@
+// Reads the list of connections of a run-time data file.
+#ifndef RTD_RTDCONNECTIONCOLLECTIONBUILDER_H_
+#define RTD_RTDCONNECTIONCOLLECTIONBUILDER_H_
+
+#include <boost/property_tree/ptree.hpp>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "rtd/RtdConnection.h"
+#include "rtd/RtdConnectionCollection.h"
+
+namespace IPA {
+
+// Refers to the parsed file, which must outlive the builder, and owns the entries it has read.
+class RtdConnectionCollectionBuilder {
+ public:
+  RtdConnectionCollectionBuilder(boost::property_tree::ptree const& parsed, std::string listPath)
+      : tree(parsed), path(std::move(listPath)) {}
+
+  // One entry for each child of the list at the path, in the order of the file, whatever its key
+  // (so a JSON array and an object read alike). Members named by a key of RtdConnection set that
+  // field, a repeated one keeping its last value; other members are skipped, missing ones leave the
+  // field empty, and a child that is a bare value gives an entry with every field empty. Throws
+  // boost::property_tree::ptree_bad_path naming the path when the list is missing. Reads the list
+  // afresh on each call.
+  std::shared_ptr<RtdConnectionCollection> build();
+
+ private:
+  boost::property_tree::ptree const& tree;
+  std::string const path;
+  std::vector<RtdConnection> connections;  // grows while build reads the list
+};
+
+}  // namespace IPA
+
+#endif  // RTD_RTDCONNECTIONCOLLECTIONBUILDER_H_

@@ -1,0 +1,40 @@
+#include "rtd/RtdTreeBuilder.h"
+
+#include <boost/property_tree/json_parser.hpp>
+#include <boost/property_tree/ptree.hpp>
+#include <utility>
+
+#include "rtd/RtdConnectivityBuilder.h"
+#include "rtd/RtdIpLayoutBuilder.h"
+#include "rtd/RtdMemTopologyBuilder.h"
+#include "rtd/RtdSchemaVersionBuilder.h"
+
+namespace IPA {
+
+void RtdTreeBuilder::deSerialize(std::istream& in) {
+  // The parsed file lives only for this call; the parts keep copies of the texts they need.
+  boost::property_tree::ptree tree;
+  boost::property_tree::read_json(in, tree);
+
+  // The order of the reads decides which missing path a broken file is refused with.
+  auto version = RtdSchemaVersionBuilder(tree).build();
+  auto memories = RtdMemTopologyBuilder(tree).build();
+  auto ips = RtdIpLayoutBuilder(tree).build();
+  auto connections = RtdConnectivityBuilder(tree).build();
+
+  schemaVersion = std::move(version);
+  memTopology = std::move(memories);
+  ipLayout = std::move(ips);
+  connectivity = std::move(connections);
+}
+
+std::shared_ptr<RtdTree> RtdTreeBuilder::build() const {
+  auto tree = std::make_shared<RtdTree>();
+  tree->schemaVersion = schemaVersion;
+  tree->memTopology = memTopology;
+  tree->ipLayout = ipLayout;
+  tree->connectivity = connectivity;
+  return tree;
+}
+
+}  // namespace IPA
