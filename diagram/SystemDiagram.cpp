@@ -1,10 +1,14 @@
 #include "diagram/SystemDiagram.h"
 
 #include <fstream>
+#include <memory>
 #include <sstream>
 #include <stdexcept>
 
 #include "diagram/FStreamFinalizer.h"
+#include "diagram/ProfileAnalyzerSystemDiagram.h"
+#include "rtd/RtdTreeBuilder.h"
+#include "rtd/RtdTreeSlrBaseAddressVisitor.h"
 
 namespace IPA {
 
@@ -29,6 +33,53 @@ void SystemDiagram::serializeCurrentSystemDiagram(std::string const& path) {
   FStreamFinalizer<std::ofstream> finalizer(out);
   if (!out.is_open()) throw std::runtime_error("Could not open " + path + " for writing.");
   systemDiagram.serializeToJson(out);
+}
+
+namespace {
+
+std::shared_ptr<RtdTree> readRtdTree(std::istream& in) {
+  RtdTreeBuilder builder;
+  builder.deSerialize(in);
+  return builder.build();
+}
+
+}  // namespace
+
+void SystemDiagram::updateSystemDiagramAfterRunningBrenlo(std::string const& rtdFile) {
+  std::ifstream rtd(rtdFile, std::ios::in | std::ios::binary);
+  if (!rtd.is_open()) throw std::runtime_error("Could not open " + rtdFile + " for reading.");
+  FStreamFinalizer<std::ifstream> finalizer(rtd);
+  auto const tree = readRtdTree(rtd);
+  // Each setter locks the diagram for its own call only.
+  RtdTreeSlrBaseAddressVisitor visitor(systemDiagram);
+  visitor.visit(*tree);
+}
+
+void SystemDiagram::writeSystemDiagramAfterRunningBrenlo(std::string const& rtdFile,
+                                                         std::string const& diagramInFile,
+                                                         std::string const& diagramOutFile) {
+  std::ifstream rtd(rtdFile, std::ios::in | std::ios::binary);
+  if (!rtd.is_open()) throw std::runtime_error("Could not open " + rtdFile + " for reading.");
+  FStreamFinalizer<std::ifstream> rtdFinalizer(rtd);
+  std::ifstream diagramIn(diagramInFile, std::ios::in | std::ios::binary);
+  if (!diagramIn.is_open()) {
+    throw std::runtime_error("Could not open " + diagramInFile + " for reading.");
+  }
+  FStreamFinalizer<std::ifstream> inFinalizer(diagramIn);
+  std::ofstream diagramOut(diagramOutFile, std::ios::out | std::ios::binary | std::ios::trunc);
+  if (!diagramOut.is_open()) {
+    throw std::runtime_error("Could not open " + diagramOutFile + " for writing.");
+  }
+  FStreamFinalizer<std::ofstream> outFinalizer(diagramOut);
+
+  auto const tree = readRtdTree(rtd);
+  // A private diagram: the session's own takes no part.
+  ProfileAnalyzerSystemDiagram stored(
+      std::make_shared<ProfileAnalyzerSystemDiagramSerializable::outerContainer>());
+  stored.serializeFromJson(diagramIn);
+  RtdTreeSlrBaseAddressVisitor visitor(stored);
+  visitor.visit(*tree);
+  stored.serializeToJson(diagramOut);
 }
 
 void SystemDiagram::upsertKernel(ProfileAnalyzerSystemDiagramSerializable::kernel const& kernel) {

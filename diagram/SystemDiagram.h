@@ -31,6 +31,18 @@ class SystemDiagram {
   // half-way is not noticed and may leave a short file.
   void serializeCurrentSystemDiagram(std::string const& path);
 
+  // Brings base addresses and memory use and size up to date from the run-time data file that an
+  // implementation run wrote. Throws std::runtime_error "Could not open <path> for reading." and
+  // the reader's errors; setters already applied stay applied (no rollback).
+  void updateSystemDiagramAfterRunningBrenlo(std::string const& rtdFile);
+  // The same from the stored diagram `diagramInFile` to `diagramOutFile`, leaving this session's
+  // diagram alone. All three files are opened before anything is read, so `diagramOutFile` is
+  // truncated even when reading fails later (and is then empty or short). Throws as above, and
+  // "Could not open <path> for writing." for the output.
+  void writeSystemDiagramAfterRunningBrenlo(std::string const& rtdFile,
+                                            std::string const& diagramInFile,
+                                            std::string const& diagramOutFile);
+
   // Forward to the operation of the same name on systemDiagram.
   void upsertKernel(ProfileAnalyzerSystemDiagramSerializable::kernel const& kernel);
   void upsertQrxBin(ProfileAnalyzerSystemDiagramSerializable::qrxBin const& qrxBin);

@@ -37,7 +37,7 @@ void SystemDiagramHandler::handle_request(dispatch::Request const& request,
     if (payload.Is<wire::UtilizationDuringBrenloRun>()) {
       notYetServed("dispatch.system_diagram_server.UtilizationDuringBrenloRun");
     } else if (payload.Is<wire::AfterRunningBrenlo>()) {
-      notYetServed("dispatch.system_diagram_server.AfterRunningBrenlo");
+      handleAfterRunningBrenloRequest(payload, response, sessionUuid);
     } else if (payload.Is<wire::MakeInitialSystemDiagram>()) {
       notYetServed("dispatch.system_diagram_server.MakeInitialSystemDiagram");
     } else if (payload.Is<wire::ReadSystemDiagram>()) {
@@ -57,7 +57,7 @@ void SystemDiagramHandler::handle_request(dispatch::Request const& request,
     } else if (payload.Is<wire::GetQrxBinGeneratedBy>()) {
       handleGetQrxBinGeneratedByRequest(payload, response, sessionUuid);
     } else if (payload.Is<wire::UpdateSystemDiagramAfterBrenloRuns>()) {
-      notYetServed("dispatch.system_diagram_server.UpdateSystemDiagramAfterBrenloRuns");
+      handleUpdatingAfterRunningBrenloRequest(payload, response, sessionUuid);
     } else if (payload.Is<wire::UpdateComputeUnit>()) {
       handleUpdateComputeUnitRequest(payload, response, sessionUuid);
     } else if (payload.Is<wire::UpsertConnectivity>()) {
@@ -217,6 +217,33 @@ void SystemDiagramHandler::handleUpsertPlatform(google::protobuf::Any const& pay
       [](auto const& message) { return message.has_platform(); },
       [](SystemDiagram& diagram, auto const& message) {
         diagram.upsertPlatform(message.platform());
+      });
+}
+
+void SystemDiagramHandler::handleAfterRunningBrenloRequest(google::protobuf::Any const& payload,
+                                                           dispatch::Response& response,
+                                                           std::string const& sessionUuid) {
+  serve<wire::AfterRunningBrenlo>(
+      "handleAfterRunningBrenloRequest", payload, response, sessionUuid,
+      [](auto const& message) {
+        return !message.diagraminfile().empty() && !message.rtdfile().empty() &&
+               !message.diagramoutfile().empty();
+      },
+      [](SystemDiagram& diagram, auto const& message) {
+        // The operation takes the run-time data file first, unlike the message.
+        diagram.writeSystemDiagramAfterRunningBrenlo(message.rtdfile(), message.diagraminfile(),
+                                                     message.diagramoutfile());
+      });
+}
+
+void SystemDiagramHandler::handleUpdatingAfterRunningBrenloRequest(
+    google::protobuf::Any const& payload, dispatch::Response& response,
+    std::string const& sessionUuid) {
+  serve<wire::UpdateSystemDiagramAfterBrenloRuns>(
+      "handleUpdatingAfterRunningBrenloRequest", payload, response, sessionUuid,
+      [](auto const& message) { return !message.rtdfile().empty(); },
+      [](SystemDiagram& diagram, auto const& message) {
+        diagram.updateSystemDiagramAfterRunningBrenlo(message.rtdfile());
       });
 }
 

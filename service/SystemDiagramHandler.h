@@ -78,6 +78,14 @@ class SystemDiagramHandler : public dispatch::server::RequestHandler {
                                        std::string const& sessionUuid);
   void handleUpsertPlatform(google::protobuf::Any const& payload, dispatch::Response& response,
                             std::string const& sessionUuid);
+  // Updates a stored diagram file into another after an implementation run.
+  void handleAfterRunningBrenloRequest(google::protobuf::Any const& payload,
+                                       dispatch::Response& response,
+                                       std::string const& sessionUuid);
+  // Updates the session's diagram after an implementation run.
+  void handleUpdatingAfterRunningBrenloRequest(google::protobuf::Any const& payload,
+                                               dispatch::Response& response,
+                                               std::string const& sessionUuid);
 
   // The shape they share: debug log with `label`, unpack into a Message (a payload that does
   // not parse leaves it empty or partly filled), 400 unless `complete(message)`, then
