@@ -14,32 +14,18 @@
 #include <string>
 #include <unordered_map>
 #include <vector>
+#include "tests/support/Messages.h"
+#include "tests/support/Calls.h"
 
 namespace {
+
+using qvtest::parse;
+using qvtest::sameMessage;
+using qvtest::runtimeErrorText;
 
 namespace pb = ProfileAnalyzerSystemDiagramSerializable;
 using Container = IPA::ProfileAnalyzerSystemDiagram::Container;
 using IPA::ProfileAnalyzerSystemDiagram;
-
-template <class Message>
-Message parse(std::string const& text) {
-  Message message;
-  EXPECT_TRUE(google::protobuf::TextFormat::ParseFromString(text, &message)) << text;
-  return message;
-}
-
-// Exact comparison: a message that is present but empty differs from one that is absent, which
-// is what the checks on created sections rely on.
-::testing::AssertionResult sameMessage(google::protobuf::Message const& expected,
-                                       google::protobuf::Message const& actual) {
-  std::string differences;
-  google::protobuf::util::MessageDifferencer differencer;
-  differencer.ReportDifferencesToString(&differences);
-  if (differencer.Compare(expected, actual)) return ::testing::AssertionSuccess();
-  return ::testing::AssertionFailure() << "differences (expected, then actual):\n"
-                                       << differences << "actual:\n"
-                                       << actual.DebugString();
-}
 
 std::string withQrxBin(std::string const& body) {
   return "system_diagram_metadata { qrxbin { " + body + " } }";
@@ -47,16 +33,6 @@ std::string withQrxBin(std::string const& body) {
 
 std::string withQsa(std::string const& body) {
   return "system_diagram_metadata { qsa { " + body + " } }";
-}
-
-// The text of the std::runtime_error that `operation` throws.
-std::string runtimeErrorText(std::function<void()> const& operation) {
-  try {
-    operation();
-  } catch (std::runtime_error const& error) {
-    return error.what();
-  }
-  return "<no exception>";
 }
 
 class ProfileAnalyzerSystemDiagramOperationsTest : public ::testing::Test {

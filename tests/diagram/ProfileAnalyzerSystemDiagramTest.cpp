@@ -15,38 +15,18 @@
 #include <google/protobuf/text_format.h>
 #include <google/protobuf/util/message_differencer.h>
 #include <gtest/gtest.h>
+#include "tests/support/Messages.h"
+#include "tests/support/Calls.h"
 
 namespace {
+
+using qvtest::parse;
+using qvtest::sameMessage;
+using qvtest::runtimeErrorText;
 
 namespace pb = ProfileAnalyzerSystemDiagramSerializable;
 using Container = IPA::ProfileAnalyzerSystemDiagram::Container;
 using IPA::ProfileAnalyzerSystemDiagram;
-
-template <class Message>
-Message parse(std::string const& text) {
-  Message message;
-  EXPECT_TRUE(google::protobuf::TextFormat::ParseFromString(text, &message)) << text;
-  return message;
-}
-
-::testing::AssertionResult sameMessage(google::protobuf::Message const& expected,
-                                       google::protobuf::Message const& actual) {
-  std::string differences;
-  google::protobuf::util::MessageDifferencer differencer;
-  differencer.ReportDifferencesToString(&differences);
-  if (differencer.Compare(expected, actual)) return ::testing::AssertionSuccess();
-  return ::testing::AssertionFailure() << "differences (expected, then actual):\n" << differences;
-}
-
-// The text of the std::runtime_error that `operation` throws.
-std::string runtimeErrorText(std::function<void()> const& operation) {
-  try {
-    operation();
-  } catch (std::runtime_error const& error) {
-    return error.what();
-  }
-  return "<no exception>";
-}
 
 bool startsWith(std::string const& text, std::string const& prefix) {
   return text.compare(0, prefix.size(), prefix) == 0;

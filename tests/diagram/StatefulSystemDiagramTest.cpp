@@ -25,30 +25,21 @@
 #include <gtest/gtest.h>
 
 #include "tests/support/TempDir.h"
+#include "tests/support/Messages.h"
+#include "tests/support/Calls.h"
 
 namespace {
+
+using qvtest::parse;
+using qvtest::sameMessage;
+using qvtest::runtimeErrorText;
+using qvtest::returnsInTime;
 
 namespace pb = ProfileAnalyzerSystemDiagramSerializable;
 using IPA::ActualResource;
 using IPA::ActualResourceCollection;
 using IPA::StatefulSystemDiagram;
 using KernelUse = std::unordered_map<std::string, ActualResourceCollection>;
-
-template <class Message>
-Message parse(std::string const& text) {
-  Message message;
-  EXPECT_TRUE(google::protobuf::TextFormat::ParseFromString(text, &message)) << text;
-  return message;
-}
-
-::testing::AssertionResult sameMessage(google::protobuf::Message const& expected,
-                                       google::protobuf::Message const& actual) {
-  std::string differences;
-  google::protobuf::util::MessageDifferencer differencer;
-  differencer.ReportDifferencesToString(&differences);
-  if (differencer.Compare(expected, actual)) return ::testing::AssertionSuccess();
-  return ::testing::AssertionFailure() << "differences (expected, then actual):\n" << differences;
-}
 
 // "<state>=<lut>/<reg>/<bram>/<uram>/<dsp>" per record, sorted, since the map has no order.
 std::string describe(ActualResourceCollection const& collection) {
@@ -77,32 +68,6 @@ ActualResourceCollection collectionOf(std::string const& state, std::string cons
   ActualResourceCollection collection;
   collection.resources[state] = ActualResource{state, lut, "2", "3", "4", "5"};
   return collection;
-}
-
-// The text of the std::runtime_error that `operation` throws.
-std::string runtimeErrorText(std::function<void()> const& operation) {
-  try {
-    operation();
-  } catch (std::runtime_error const& error) {
-    return error.what();
-  }
-  return "<no exception>";
-}
-
-// Whether `call` returns within five seconds on a thread of its own. A call that does not is
-// waiting for a lock that nobody will release; its thread is then left behind, and whatever it
-// uses must be kept alive by the shared pointers it captured.
-bool returnsInTime(std::function<void()> call) {
-  auto finished = std::make_shared<std::promise<void>>();
-  std::future<void> done = finished->get_future();
-  std::thread([call, finished] {
-    try {
-      call();
-    } catch (...) {
-    }
-    finished->set_value();
-  }).detach();
-  return done.wait_for(std::chrono::seconds(5)) == std::future_status::ready;
 }
 
 class StatefulSystemDiagramTest : public ::testing::Test {

@@ -24,8 +24,15 @@
 #include "diagram/ProfileAnalyzerSystemDiagram.h"
 #include "tests/support/Golden.h"
 #include "tests/support/TempDir.h"
+#include "tests/support/Messages.h"
+#include "tests/support/Calls.h"
 
 namespace {
+
+using qvtest::parse;
+using qvtest::sameMessage;
+using qvtest::runtimeErrorText;
+using qvtest::returnsInTime;
 
 namespace pb = ProfileAnalyzerSystemDiagramSerializable;
 namespace server = dispatch::system_diagram_server;
@@ -33,22 +40,6 @@ using Container = IPA::ProfileAnalyzerSystemDiagram::Container;
 using IPA::ActualResourceCollection;
 using IPA::SystemDiagram;
 using KernelUse = std::unordered_map<std::string, ActualResourceCollection>;
-
-template <class Message>
-Message parse(std::string const& text) {
-  Message message;
-  EXPECT_TRUE(google::protobuf::TextFormat::ParseFromString(text, &message)) << text;
-  return message;
-}
-
-::testing::AssertionResult sameMessage(google::protobuf::Message const& expected,
-                                       google::protobuf::Message const& actual) {
-  std::string differences;
-  google::protobuf::util::MessageDifferencer differencer;
-  differencer.ReportDifferencesToString(&differences);
-  if (differencer.Compare(expected, actual)) return ::testing::AssertionSuccess();
-  return ::testing::AssertionFailure() << "differences (expected, then actual):\n" << differences;
-}
 
 // "<unit>{<state>=<lut>/<reg>/<bram>/<uram>/<dsp> ...}" per compute unit, sorted, since the maps
 // have no order.
@@ -70,31 +61,6 @@ std::string describe(KernelUse const& kernelUse) {
   std::string text;
   for (std::string const& unit : units) text += (text.empty() ? "" : " ") + unit;
   return text;
-}
-
-// The text of the std::runtime_error that `operation` throws.
-std::string runtimeErrorText(std::function<void()> const& operation) {
-  try {
-    operation();
-  } catch (std::runtime_error const& error) {
-    return error.what();
-  }
-  return "<no exception>";
-}
-
-// Whether `call` returns within five seconds on a thread of its own; one that does not waits for a
-// lock it will never get, and is left behind with what its captured shared pointers keep alive.
-bool returnsInTime(std::function<void()> call) {
-  auto finished = std::make_shared<std::promise<void>>();
-  std::future<void> done = finished->get_future();
-  std::thread([call, finished] {
-    try {
-      call();
-    } catch (...) {
-    }
-    finished->set_value();
-  }).detach();
-  return done.wait_for(std::chrono::seconds(5)) == std::future_status::ready;
 }
 
 // How many files this process has open, or -1 where the system does not tell.

@@ -15,20 +15,16 @@
 #include "tests/support/LoggerCapture.h"
 #include "tests/support/Requests.h"
 #include "tests/support/TempDir.h"
+#include "tests/support/Messages.h"
 
 namespace {
+
+using qvtest::parse;
 
 namespace wire = dispatch::system_diagram_server;
 namespace pb = ProfileAnalyzerSystemDiagramSerializable;
 using qvtest::LoggerCapture;
 using qvtest::requestFor;
-
-template <class Message>
-Message parse(char const* text) {
-  Message message;
-  EXPECT_TRUE(google::protobuf::TextFormat::ParseFromString(text, &message)) << text;
-  return message;
-}
 
 class DiagramRequestsTest : public ::testing::Test {
  protected:
