@@ -12,12 +12,13 @@
 #include "diagram/QrxBinUserRegionBuilder.h"
 #include "proto/system_diagram.pb.h"
 #include "tests/support/SetterTable.h"
+#include "tests/support/KernelBuilderFixture.h"
 
 namespace {
 
 namespace pb = ProfileAnalyzerSystemDiagramSerializable;
 
-class KernelPortBuilderTest : public ::testing::Test {
+class KernelPortBuilderTest : public qvtest::KernelBuilderFixture {
  protected:
   using Builder = IPA::KernelPortBuilder;
   using Table = qvtest::TextSetterTable<Builder, pb::port>;
@@ -35,17 +36,6 @@ class KernelPortBuilderTest : public ::testing::Test {
     };
     return rows;
   }
-
-  pb::kernel const& storedKernel() const {
-    return root->system_diagram_metadata().qrxbin().user_regions(0).kernels(0);
-  }
-
-  std::shared_ptr<pb::outerContainer> root = std::make_shared<pb::outerContainer>();
-  IPA::ProfileAnalyzerSystemDiagramBuilder diagram{root};
-  IPA::QrxBinBuilder& owner = *diagram.getQrxBinBuilder();
-  std::shared_ptr<IPA::QrxBinUserRegionBuilder> region =
-      std::make_shared<IPA::QrxBinUserRegionBuilder>(owner, root);
-  std::shared_ptr<IPA::QrxBinKernelBuilder> kernel = region->addKernel();
 };
 
 TEST_F(KernelPortBuilderTest, MakingItAppendsOneEmptyEntry) {
