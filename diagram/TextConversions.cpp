@@ -12,6 +12,17 @@ std::string doubleToString(double value) {
   return out.str();
 }
 
+std::vector<std::string> splitKeepingEmpty(std::string const& text, char separator) {
+  std::vector<std::string> pieces;
+  std::string::size_type start = 0;
+  while (true) {
+    auto const found = text.find(separator, start);
+    pieces.push_back(text.substr(start, found - start));
+    if (found == std::string::npos) return pieces;
+    start = found + 1;
+  }
+}
+
 boost::property_tree::ptree makePropertyTree(std::string const& json) {
   std::istringstream in(json);
   boost::property_tree::ptree tree;

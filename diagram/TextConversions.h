@@ -5,6 +5,7 @@
 #include <boost/property_tree/ptree.hpp>
 #include <sstream>
 #include <string>
+#include <vector>
 
 namespace IPA {
 
@@ -32,6 +33,10 @@ std::string integerToText(T value) {
 // fixed notation with two decimals: 300 gives "300.00", 99.999 gives "100.00", 0.001 gives
 // "0.00".
 std::string doubleToString(double value);
+
+// Splits `text` at every `separator`, keeping empty pieces: ":b:" at ':' gives "", "b" and "";
+// "" gives one empty piece.
+std::vector<std::string> splitKeepingEmpty(std::string const& text, char separator);
 
 // JSON text to a property tree; throws boost::property_tree::json_parser_error on bad JSON.
 boost::property_tree::ptree makePropertyTree(std::string const& json);

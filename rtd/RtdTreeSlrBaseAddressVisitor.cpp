@@ -3,22 +3,9 @@
 #include <string>
 #include <vector>
 
+#include "diagram/TextConversions.h"
+
 namespace IPA {
-namespace {
-
-// Splits at every ':', keeping empty pieces: ":b" gives "" and "b".
-std::vector<std::string> splitAtColons(std::string const& name) {
-  std::vector<std::string> pieces;
-  std::string::size_type start = 0;
-  while (true) {
-    auto const colon = name.find(':', start);
-    pieces.push_back(name.substr(start, colon - start));
-    if (colon == std::string::npos) return pieces;
-    start = colon + 1;
-  }
-}
-
-}  // namespace
 
 void RtdTreeSlrBaseAddressVisitor::visit(RtdTree& tree) {
   if (tree.memTopology) {
@@ -34,7 +21,7 @@ void RtdTreeSlrBaseAddressVisitor::visit(RtdTree& tree) {
   std::vector<RtdIpData> const entries = tree.ipLayout->getIpDataCollection()->getIpData();
   for (auto const& entry : entries) {
     // Only the shape of the name tells a compute unit from a plain IP; its type is not asked.
-    auto const pieces = splitAtColons(entry.name);
+    auto const pieces = splitKeepingEmpty(entry.name, ':');
     if (pieces.size() < 2) continue;
     diagram->setComputeUnitBaseAddress(pieces[0], pieces[1], entry.baseAddress);
   }
