@@ -7,6 +7,8 @@
 
 #include "diagram/FStreamFinalizer.h"
 #include "diagram/ProfileAnalyzerSystemDiagram.h"
+#include "diagram/ProfileAnalyzerSystemDiagramBuilder.h"
+#include "rtd/RtdSystemDiagramVisitor.h"
 #include "rtd/RtdTreeBuilder.h"
 #include "rtd/RtdTreeSlrBaseAddressVisitor.h"
 
@@ -43,7 +45,44 @@ std::shared_ptr<RtdTree> readRtdTree(std::istream& in) {
   return builder.build();
 }
 
+// A new diagram from a run-time data file. The tree, the visitor and the builders end here; only
+// the root lives on, in the diagram returned, which nobody else has seen yet.
+std::shared_ptr<ProfileAnalyzerSystemDiagram> makeInitialSystemDiagram(
+    std::string const& rtdFile, std::string const& platform, std::string const& generatedName,
+    std::string const& generatedVersion, std::string const& generatedChangeList,
+    std::string const& generatedTimestamp, std::string const& generatedDetailA,
+    std::string const& generatedDetailB, std::string const& kernelsFile,
+    std::string const& binaryLabel, std::string const& binaryNote, bool generatedFlag) {
+  std::ifstream in(rtdFile, std::ios::in | std::ios::binary);
+  FStreamFinalizer<std::ifstream> finalizer(in);
+  if (!in.is_open()) throw std::runtime_error("Could not open " + rtdFile + " for reading.");
+  auto const tree = readRtdTree(in);
+
+  auto const root = std::make_shared<ProfileAnalyzerSystemDiagramSerializable::outerContainer>();
+  ProfileAnalyzerSystemDiagramBuilder builder(root);
+  RtdSystemDiagramVisitor visitor(builder, platform, generatedName, generatedVersion,
+                                  generatedChangeList, generatedTimestamp, generatedDetailA,
+                                  generatedDetailB, generatedFlag, kernelsFile, binaryLabel,
+                                  binaryNote);
+  visitor.visit(*tree);
+  return std::make_shared<ProfileAnalyzerSystemDiagram>(root);
+}
+
 }  // namespace
+
+void SystemDiagram::populateInitialSystemDiagram(
+    std::string const& rtdFile, std::string const& platform, std::string const& generatedName,
+    std::string const& generatedVersion, std::string const& generatedChangeList,
+    std::string const& generatedTimestamp, std::string const& generatedDetailA,
+    std::string const& generatedDetailB, std::string const& kernelsFile,
+    std::string const& binaryLabel, bool generatedFlag) {
+  // The note always starts empty on this road; an UpsertQrxBinGeneratedBy request sets it.
+  std::shared_ptr<SystemDiagramInterface> const diagram = makeInitialSystemDiagram(
+      rtdFile, platform, generatedName, generatedVersion, generatedChangeList, generatedTimestamp,
+      generatedDetailA, generatedDetailB, kernelsFile, binaryLabel, std::string(), generatedFlag);
+  // Only a complete diagram replaces the old one, which goes whole, upserts included.
+  systemDiagram.setSystemDiagramInterface(diagram);
+}
 
 void SystemDiagram::updateSystemDiagramAfterRunningBrenlo(std::string const& rtdFile) {
   std::ifstream rtd(rtdFile, std::ios::in | std::ios::binary);

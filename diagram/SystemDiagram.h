@@ -31,6 +31,22 @@ class SystemDiagram {
   // half-way is not noticed and may leave a short file.
   void serializeCurrentSystemDiagram(std::string const& path);
 
+  // Replaces the diagram by one made from the run-time data file `rtdFile`, the description of
+  // `platform` and the kernels file; the other strings and the flag are recorded as the tool run
+  // that generated the binary. The old diagram is dropped whole, upserts included, once the new
+  // one is complete: when anything throws (the file cannot be opened, it is malformed or of an
+  // unsupported schema version, the platform is not found or is not JSON), the session keeps its
+  // old diagram. Throws std::runtime_error "Could not open <path> for reading." and the errors of
+  // the reader and of the platform service.
+  void populateInitialSystemDiagram(std::string const& rtdFile, std::string const& platform,
+                                    std::string const& generatedName,
+                                    std::string const& generatedVersion,
+                                    std::string const& generatedChangeList,
+                                    std::string const& generatedTimestamp,
+                                    std::string const& generatedDetailA,
+                                    std::string const& generatedDetailB,
+                                    std::string const& kernelsFile,
+                                    std::string const& binaryLabel, bool generatedFlag);
   // Brings base addresses and memory use and size up to date from the run-time data file that an
   // implementation run wrote. Throws std::runtime_error "Could not open <path> for reading." and
   // the reader's errors; setters already applied stay applied (no rollback).

@@ -39,7 +39,7 @@ void SystemDiagramHandler::handle_request(dispatch::Request const& request,
     } else if (payload.Is<wire::AfterRunningBrenlo>()) {
       handleAfterRunningBrenloRequest(payload, response, sessionUuid);
     } else if (payload.Is<wire::MakeInitialSystemDiagram>()) {
-      notYetServed("dispatch.system_diagram_server.MakeInitialSystemDiagram");
+      handleMakeInitialSystemDiagramRequest(payload, response, sessionUuid);
     } else if (payload.Is<wire::ReadSystemDiagram>()) {
       handleReadSystemDiagramRequest(payload, response, sessionUuid);
     } else if (payload.Is<wire::WriteSystemDiagram>()) {
@@ -217,6 +217,28 @@ void SystemDiagramHandler::handleUpsertPlatform(google::protobuf::Any const& pay
       [](auto const& message) { return message.has_platform(); },
       [](SystemDiagram& diagram, auto const& message) {
         diagram.upsertPlatform(message.platform());
+      });
+}
+
+void SystemDiagramHandler::handleMakeInitialSystemDiagramRequest(
+    google::protobuf::Any const& payload, dispatch::Response& response,
+    std::string const& sessionUuid) {
+  serve<wire::MakeInitialSystemDiagram>(
+      "handleMakeInitialSystemDiagramRequest", payload, response, sessionUuid,
+      [](auto const& message) {
+        // The flag is not tested: false is a valid value.
+        return !message.rtdfile().empty() && !message.platform().empty() &&
+               !message.generatedname().empty() && !message.generatedversion().empty() &&
+               !message.generatedchangelist().empty() && !message.generatedtimestamp().empty() &&
+               !message.generateddetaila().empty() && !message.generateddetailb().empty() &&
+               !message.kernelsfile().empty() && !message.binarylabel().empty();
+      },
+      [](SystemDiagram& diagram, auto const& message) {
+        diagram.populateInitialSystemDiagram(
+            message.rtdfile(), message.platform(), message.generatedname(),
+            message.generatedversion(), message.generatedchangelist(),
+            message.generatedtimestamp(), message.generateddetaila(), message.generateddetailb(),
+            message.kernelsfile(), message.binarylabel(), message.generatedflag());
       });
 }
 

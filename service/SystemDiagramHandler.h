@@ -78,6 +78,11 @@ class SystemDiagramHandler : public dispatch::server::RequestHandler {
                                        std::string const& sessionUuid);
   void handleUpsertPlatform(google::protobuf::Any const& payload, dispatch::Response& response,
                             std::string const& sessionUuid);
+  // Replaces the session's diagram by a new one made from a run-time data file; the old one
+  // stays when the import fails.
+  void handleMakeInitialSystemDiagramRequest(google::protobuf::Any const& payload,
+                                             dispatch::Response& response,
+                                             std::string const& sessionUuid);
   // Updates a stored diagram file into another after an implementation run.
   void handleAfterRunningBrenloRequest(google::protobuf::Any const& payload,
                                        dispatch::Response& response,

@@ -291,7 +291,6 @@ TEST_P(PendingRequestTest, IsAnswered500NamingTheType) {
 INSTANTIATE_TEST_SUITE_P(
     NotYetServed, PendingRequestTest,
     ::testing::Values(PendingType{"dispatch.system_diagram_server.UtilizationDuringBrenloRun"},
-                      PendingType{"dispatch.system_diagram_server.MakeInitialSystemDiagram"},
                       PendingType{"dispatch.system_diagram_server.UpsertKernelUse"},
                       PendingType{"dispatch.system_diagram_server.WriteFlowReport"}),
     [](::testing::TestParamInfo<PendingType> const& param) {

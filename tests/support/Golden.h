@@ -22,6 +22,11 @@ inline std::string dataFile(std::string const& relative) {
   return std::string(QV_TEST_DATA_DIR) + "/" + relative;
 }
 
+// A file of the shipped sample design in examples/.
+inline std::string exampleFile(std::string const& relative) {
+  return std::string(QV_EXAMPLES_DIR) + "/" + relative;
+}
+
 // Passes when `actual` equals tests/data/golden/<name> byte for byte. scripts/regen-golden sets
 // QV_UPDATE_GOLDEN to write `actual` there instead, and then shows the difference for review.
 inline ::testing::AssertionResult MatchesGolden(std::string const& actual,
