@@ -1,5 +1,7 @@
 #include "rtd/RtdConnectionCollectionBuilder.h"
 
+#include <utility>
+
 #include "rtd/RtdTextField.h"
 
 namespace IPA {
@@ -25,7 +27,7 @@ std::shared_ptr<RtdConnectionCollection> RtdConnectionCollectionBuilder::build()
       // An unknown member is no error: files carry more than this library reads.
       assignRtdTextField(entry, connectionFields, member.first, member.second.data());
     }
-    connections.push_back(entry);
+    connections.push_back(std::move(entry));
   }
   return std::make_shared<RtdConnectionCollection>(connections);
 }

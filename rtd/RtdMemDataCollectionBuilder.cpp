@@ -1,5 +1,7 @@
 #include "rtd/RtdMemDataCollectionBuilder.h"
 
+#include <utility>
+
 #include "rtd/RtdTextField.h"
 
 namespace IPA {
@@ -26,7 +28,7 @@ std::shared_ptr<RtdMemDataCollection> RtdMemDataCollectionBuilder::build() {
       // An unknown member is no error: files carry more than this library reads.
       assignRtdTextField(entry, memDataFields, member.first, member.second.data());
     }
-    memData.push_back(entry);
+    memData.push_back(std::move(entry));
   }
   return std::make_shared<RtdMemDataCollection>(memData);
 }

@@ -355,7 +355,7 @@ void RtdSystemDiagramVisitor::populateUserRegionAvailableResources(
 void RtdSystemDiagramVisitor::populateComputeUnits(
     RtdTree const& tree, std::shared_ptr<QrxBinUserRegionBuilder> const& userRegion) {
   if (!tree.ipLayout) return;
-  std::vector<RtdIpData> const ipData = tree.ipLayout->getIpDataCollection()->getIpData();
+  std::vector<RtdIpData> const& ipData = tree.ipLayout->getIpDataCollection()->getIpData();
   // Counts compute units only, so an id is not the IP's position that connections refer to.
   unsigned long computeUnitId = 0;
   for (auto const& ip : ipData) {
@@ -378,7 +378,9 @@ void RtdSystemDiagramVisitor::populateComputeUnits(
 void RtdSystemDiagramVisitor::populateConnections(
     RtdTree const& tree, std::vector<RtdMemData> const& memData,
     std::shared_ptr<QrxBinUserRegionBuilder> const& userRegion) {
-  std::vector<RtdConnection> const connections =
+  // Read in place: the tree does not change while it is walked, and a copy of a large design's
+  // connections would cost as much as reading them.
+  std::vector<RtdConnection> const& connections =
       tree.connectivity->getConnectionCollection()->getConnections();
   KernelConnections streams;
   std::int32_t connectionId = 0;
