@@ -11,7 +11,12 @@
 //
 // The designs are written once into a fresh directory under the system's temporary directory,
 // which is removed when the program ends. Messages of the import are counted, not shown.
+#include <benchmark/benchmark.h>
+#include <unistd.h>
+
 #include <atomic>
+#include <boost/property_tree/json_parser.hpp>
+#include <boost/property_tree/ptree.hpp>
 #include <cstdint>
 #include <filesystem>
 #include <fstream>
@@ -22,12 +27,6 @@
 #include <string>
 #include <system_error>
 #include <vector>
-
-#include <unistd.h>
-
-#include <benchmark/benchmark.h>
-#include <boost/property_tree/json_parser.hpp>
-#include <boost/property_tree/ptree.hpp>
 
 #include "diagram/SystemDiagram.h"
 #include "platform/messages/ComMsgMgr.h"
@@ -62,16 +61,23 @@ std::string hex(std::uint64_t value) {
 std::string platformText() {
   std::ostringstream out;
   out << "{\n"
-      << R"(  "vendor": "qvlabs", "name": "qv_bench_q4_gen4x8",)" << "\n"
-      << R"(  "description": "Synthetic four-SLR platform for the import benchmark",)" << "\n"
-      << R"(  "hardwarePlatform": {)" << "\n"
-      << R"(    "boardId": "q4", "versionMajor": "1", "versionMinor": "0",)" << "\n"
+      << R"(  "vendor": "qvlabs", "name": "qv_bench_q4_gen4x8",)"
+      << "\n"
+      << R"(  "description": "Synthetic four-SLR platform for the import benchmark",)"
+      << "\n"
+      << R"(  "hardwarePlatform": {)"
+      << "\n"
+      << R"(    "boardId": "q4", "versionMajor": "1", "versionMinor": "0",)"
+      << "\n"
       << R"(    "designIntent": {"server_managed": {"value": "true"}, )"
-      << R"("external_host": {"value": "true"}, "embedded": {"value": "false"}},)" << "\n"
+      << R"("external_host": {"value": "true"}, "embedded": {"value": "false"}},)"
+      << "\n"
       << R"(    "generatedName": "qv_platgen", "generatedVersion": "2026.1",)"
-      << R"( "generatedChangeList": "1", "generatedTimestamp": "Thu Jan  1 00:00:00 2026",)" << "\n"
+      << R"( "generatedChangeList": "1", "generatedTimestamp": "Thu Jan  1 00:00:00 2026",)"
+      << "\n"
       << R"(    "board": {"name": "q4", "vendor": "qvlabs", "part": "qvf4-x", )"
-      << R"("boardPart": "qvlabs:q4:part0:1.0"},)" << "\n"
+      << R"("boardPart": "qvlabs:q4:part0:1.0"},)"
+      << "\n"
       << R"(    "resources": [{"resource": "LUT", "count": "1758720"}, )"
       << R"({"resource": "REG", "count": "3517440"}, {"resource": "BRAM", "count": "2880"}, )"
       << R"({"resource": "URAM", "count": "1280"}, {"resource": "DSP", "count": "12096"}],)"
@@ -83,13 +89,16 @@ std::string platformText() {
         << c << R"(", "id": ")" << c << R"(", "frequency": "300.0", "period": "3.333333", )"
         << R"("status": ")" << statuses[c % 4] << R"("})";
   }
-  out << "],\n" << R"(    "busInterfaces": [)" << "\n";
+  out << "],\n"
+      << R"(    "busInterfaces": [)"
+      << "\n";
   out << R"(      {"name": "M_AXI_DDR", "spTag": "DDR", "addressSegments": [)";
   for (int i = 0; i < kDdrMemories; ++i) {
     out << (i == 0 ? "" : ", ") << R"({"slr": ")" << slrName(i / (kDdrMemories / kSlrs))
         << R"(", "index": ")" << i << R"("})";
   }
-  out << "]},\n" << R"(      {"name": "M_AXI_HBM", "spTag": "HBM", "addressSegments": [)";
+  out << "]},\n"
+      << R"(      {"name": "M_AXI_HBM", "spTag": "HBM", "addressSegments": [)";
   for (int i = 0; i < kHbmMemories; ++i) {
     out << (i == 0 ? "" : ", ") << R"({"slr": ")" << slrName(i / (kHbmMemories / 2))
         << R"(", "index": ")" << i << R"("})";
@@ -119,13 +128,15 @@ std::string platformText() {
 std::string rtdText(int units) {
   int const streams = units / 10;
   std::ostringstream out;
-  out << "{\n" << R"(  "schema_version": {"major": "1", "minor": "0", "patch": "0"},)" << "\n";
+  out << "{\n"
+      << R"(  "schema_version": {"major": "1", "minor": "0", "patch": "0"},)"
+      << "\n";
 
   out << R"(  "mem_topology": {"m_count": ")" << kMemories + streams << R"(", "m_mem_data": [)";
   for (int m = 0; m < kMemories; ++m) {
     bool const ddr = m < kDdrMemories;
-    std::string const tag = ddr ? "DDR[" + std::to_string(m) + "]"
-                                : "HBM[" + std::to_string(m - kDdrMemories) + "]";
+    std::string const tag =
+        ddr ? "DDR[" + std::to_string(m) + "]" : "HBM[" + std::to_string(m - kDdrMemories) + "]";
     out << (m == 0 ? "\n" : ",\n") << R"(    {"m_type": ")" << (ddr ? "MEM_DDR4" : "MEM_HBM")
         << R"(", "m_used": ")" << (m % 3 == 0 ? "0" : "1") << R"(", "m_sizeKB": ")"
         << (ddr ? "16777216" : "262144") << R"(", "m_base_address": ")"
@@ -176,8 +187,8 @@ std::string rtdText(int units) {
       bool const streamEnd =
           a == kArgumentsPerUnit - 1 && u % 10 <= 1 && u / 10 < streams && u / 10 * 10 + 1 < units;
       int const memory = streamEnd ? kMemories + u / 10 : (u * kArgumentsPerUnit + a) % kMemories;
-      out << (first ? "\n" : ",\n") << R"(    {"arg_index": ")" << a << R"(", "arg_name": "arg)" << a
-          << R"(", "mode": ")" << (streamEnd ? 1 : 0) << R"(", "m_ip_layout_index": ")"
+      out << (first ? "\n" : ",\n") << R"(    {"arg_index": ")" << a << R"(", "arg_name": "arg)"
+          << a << R"(", "mode": ")" << (streamEnd ? 1 : 0) << R"(", "m_ip_layout_index": ")"
           << ipIndex[static_cast<std::size_t>(u)] << R"(", "mem_data_index": ")" << memory
           << R"("})";
       first = false;
@@ -273,16 +284,15 @@ void BM_Import(benchmark::State& state) {
   std::int64_t const messagesBefore = sink->count.load();
   for (auto _ : state) {
     IPA::SystemDiagram diagram;
-    diagram.populateInitialSystemDiagram(rtdFile, platformFile, "gen", "1.0", "cl", "ts", "a",
-                                         "b", "kernels.txt", "label", false);
+    diagram.populateInitialSystemDiagram(rtdFile, platformFile, "gen", "1.0", "cl", "ts", "a", "b",
+                                         "kernels.txt", "label", false);
     benchmark::DoNotOptimize(diagram);
   }
   report(state, units, rtdFile);
   state.counters["messages_per_import"] =
-      state.iterations() == 0
-          ? 0.0
-          : static_cast<double>(sink->count.load() - messagesBefore) /
-                static_cast<double>(state.iterations());
+      state.iterations() == 0 ? 0.0
+                              : static_cast<double>(sink->count.load() - messagesBefore) /
+                                    static_cast<double>(state.iterations());
 }
 BENCHMARK(BM_Import)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
 

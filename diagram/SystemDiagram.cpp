@@ -60,10 +60,9 @@ std::shared_ptr<ProfileAnalyzerSystemDiagram> makeInitialSystemDiagram(
 
   auto const root = std::make_shared<ProfileAnalyzerSystemDiagramSerializable::outerContainer>();
   ProfileAnalyzerSystemDiagramBuilder builder(root);
-  RtdSystemDiagramVisitor visitor(builder, platform, generatedName, generatedVersion,
-                                  generatedChangeList, generatedTimestamp, generatedDetailA,
-                                  generatedDetailB, generatedFlag, kernelsFile, binaryLabel,
-                                  binaryNote);
+  RtdSystemDiagramVisitor visitor(
+      builder, platform, generatedName, generatedVersion, generatedChangeList, generatedTimestamp,
+      generatedDetailA, generatedDetailB, generatedFlag, kernelsFile, binaryLabel, binaryNote);
   visitor.visit(*tree);
   return std::make_shared<ProfileAnalyzerSystemDiagram>(root);
 }

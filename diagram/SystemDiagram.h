@@ -38,15 +38,12 @@ class SystemDiagram {
   // unsupported schema version, the platform is not found or is not JSON), the session keeps its
   // old diagram. Throws std::runtime_error "Could not open <path> for reading." and the errors of
   // the reader and of the platform service.
-  void populateInitialSystemDiagram(std::string const& rtdFile, std::string const& platform,
-                                    std::string const& generatedName,
-                                    std::string const& generatedVersion,
-                                    std::string const& generatedChangeList,
-                                    std::string const& generatedTimestamp,
-                                    std::string const& generatedDetailA,
-                                    std::string const& generatedDetailB,
-                                    std::string const& kernelsFile,
-                                    std::string const& binaryLabel, bool generatedFlag);
+  void populateInitialSystemDiagram(
+      std::string const& rtdFile, std::string const& platform, std::string const& generatedName,
+      std::string const& generatedVersion, std::string const& generatedChangeList,
+      std::string const& generatedTimestamp, std::string const& generatedDetailA,
+      std::string const& generatedDetailB, std::string const& kernelsFile,
+      std::string const& binaryLabel, bool generatedFlag);
   // Brings base addresses and memory use and size up to date from the run-time data file that an
   // implementation run wrote. Throws std::runtime_error "Could not open <path> for reading." and
   // the reader's errors; setters already applied stay applied (no rollback).

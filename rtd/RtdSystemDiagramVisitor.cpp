@@ -56,10 +56,9 @@ Serializable::ClockStatus clockStatus(std::string const& word) {
 }  // namespace
 
 RtdSystemDiagramVisitor::RtdSystemDiagramVisitor(
-    ProfileAnalyzerSystemDiagramBuilder& diagramBuilder, std::string platformName,
-    std::string name, std::string version, std::string changeList, std::string timestamp,
-    std::string detailA, std::string detailB, bool flag, std::string kernels, std::string label,
-    std::string note)
+    ProfileAnalyzerSystemDiagramBuilder& diagramBuilder, std::string platformName, std::string name,
+    std::string version, std::string changeList, std::string timestamp, std::string detailA,
+    std::string detailB, bool flag, std::string kernels, std::string label, std::string note)
     : builder(diagramBuilder),
       platform(std::move(platformName)),
       generatedName(std::move(name)),

@@ -2,12 +2,11 @@
 #ifndef RTD_RTDSYSTEMDIAGRAMVISITOR_H_
 #define RTD_RTDSYSTEMDIAGRAMVISITOR_H_
 
+#include <boost/property_tree/ptree.hpp>
 #include <memory>
 #include <string>
 #include <unordered_map>
 #include <vector>
-
-#include <boost/property_tree/ptree.hpp>
 
 #include "diagram/ProfileAnalyzerSystemDiagramBuilder.h"
 #include "diagram/QrxBinAvailableResourceBuilder.h"

@@ -236,9 +236,9 @@ void SystemDiagramHandler::handleMakeInitialSystemDiagramRequest(
       [](SystemDiagram& diagram, auto const& message) {
         diagram.populateInitialSystemDiagram(
             message.rtdfile(), message.platform(), message.generatedname(),
-            message.generatedversion(), message.generatedchangelist(),
-            message.generatedtimestamp(), message.generateddetaila(), message.generateddetailb(),
-            message.kernelsfile(), message.binarylabel(), message.generatedflag());
+            message.generatedversion(), message.generatedchangelist(), message.generatedtimestamp(),
+            message.generateddetaila(), message.generateddetailb(), message.kernelsfile(),
+            message.binarylabel(), message.generatedflag());
       });
 }
 

@@ -1,6 +1,10 @@
 #include "rtd/RtdSystemDiagramVisitor.h"
 
+#include <gtest/gtest.h>
+
 #include <algorithm>
+#include <boost/property_tree/json_parser.hpp>
+#include <boost/property_tree/ptree.hpp>
 #include <fstream>
 #include <functional>
 #include <memory>
@@ -10,10 +14,6 @@
 #include <string>
 #include <unordered_map>
 #include <vector>
-
-#include <boost/property_tree/json_parser.hpp>
-#include <boost/property_tree/ptree.hpp>
-#include <gtest/gtest.h>
 
 #include "diagram/ProfileAnalyzerSystemDiagramBuilder.h"
 #include "diagram/TextConversions.h"
@@ -74,8 +74,7 @@ std::string rtdText(std::string const& memData, std::string const& ipData,
 std::string memory(std::string const& type, std::string const& tag, std::string const& spTag = "",
                    std::string const& used = "1") {
   return R"({"m_type": ")" + type + R"(", "m_used": ")" + used + R"(", "m_sizeKB": "1024", )" +
-         R"("m_base_address": "0x1000", "m_tag": ")" + tag + R"(", "m_spTag": ")" + spTag +
-         R"("})";
+         R"("m_base_address": "0x1000", "m_tag": ")" + tag + R"(", "m_spTag": ")" + spTag + R"("})";
 }
 
 std::string ip(std::string const& name) {
@@ -149,9 +148,8 @@ class VisitorOperationsTest : public RtdSystemDiagramVisitorTest {
 // ---- The whole walk ----
 
 TEST_F(RtdSystemDiagramVisitorTest, CompletePlatformAndFileGiveTheExactDiagramAndNoMessage) {
-  auto const diagram =
-      import(rtdText(memory("MEM_DDR4", "bank0", "DDR[1]"), ip("vadd:vadd_1"),
-                     connection("0", "0")));
+  auto const diagram = import(
+      rtdText(memory("MEM_DDR4", "bank0", "DDR[1]"), ip("vadd:vadd_1"), connection("0", "0")));
   EXPECT_TRUE(qvtest::sameMessage(qvtest::parse<pb::outerContainer>(R"(
     system_diagram_metadata {
       qsa {
@@ -270,22 +268,21 @@ TEST_F(VisitorOperationsTest, PlatformValuesReturnsTheTextAsStored) {
 // ---- Memories ----
 
 TEST_F(RtdSystemDiagramVisitorTest, OnlyAUsedTextOfOneGivesYes) {
-  auto const diagram = import(rtdText(memory("MEM_DDR4", "a", "", "1") + "," +
-                                          memory("MEM_DDR4", "b", "", "0") + "," +
-                                          memory("MEM_DDR4", "c", "", "") + "," +
-                                          memory("MEM_DDR4", "d", "", "yes") + "," +
-                                          memory("MEM_DDR4", "e", "", " 1"),
-                                      "", ""));
+  auto const diagram = import(
+      rtdText(memory("MEM_DDR4", "a", "", "1") + "," + memory("MEM_DDR4", "b", "", "0") + "," +
+                  memory("MEM_DDR4", "c", "", "") + "," + memory("MEM_DDR4", "d", "", "yes") + "," +
+                  memory("MEM_DDR4", "e", "", " 1"),
+              "", ""));
   Strings used;
   for (auto const& topology : qsa(diagram).device_topology()) used.push_back(topology.used());
   EXPECT_EQ(used, (Strings{"yes", "no", "no", "no", "no"}));
 }
 
 TEST_F(RtdSystemDiagramVisitorTest, MemoryWithoutAddressSegmentGetsEmptySlrAndImportGoesOn) {
-  auto const diagram = import(rtdText(memory("MEM_HBM", "h0", "HBM[0]") + "," +
-                                          memory("MEM_DDR4", "d0", "DDR[0]") + "," +
-                                          memory("MEM_DDR4", "d1", "DDR"),
-                                      "", ""));
+  auto const diagram =
+      import(rtdText(memory("MEM_HBM", "h0", "HBM[0]") + "," + memory("MEM_DDR4", "d0", "DDR[0]") +
+                         "," + memory("MEM_DDR4", "d1", "DDR"),
+                     "", ""));
   ASSERT_EQ(qsa(diagram).device_topology_size(), 3);
   EXPECT_EQ(qsa(diagram).device_topology(0).slr(), "");
   EXPECT_EQ(qsa(diagram).device_topology(1).slr(), "SLR0");
@@ -295,10 +292,10 @@ TEST_F(RtdSystemDiagramVisitorTest, MemoryWithoutAddressSegmentGetsEmptySlrAndIm
 }
 
 TEST_F(RtdSystemDiagramVisitorTest, MemoriesAreNumberedByPositionWithTheirTypeWord) {
-  auto const diagram = import(rtdText(memory("MEM_HBM", "h0") + "," +
-                                          memory("MEM_STREAMING_CONNECTION", "s") + "," +
-                                          memory("mem_ddr4", "x"),
-                                      "", ""));
+  auto const diagram =
+      import(rtdText(memory("MEM_HBM", "h0") + "," + memory("MEM_STREAMING_CONNECTION", "s") + "," +
+                         memory("mem_ddr4", "x"),
+                     "", ""));
   ASSERT_EQ(qsa(diagram).device_topology_size(), 3);
   EXPECT_EQ(qsa(diagram).device_topology(0).id(), "0");
   EXPECT_EQ(qsa(diagram).device_topology(0).type(), pb::MEM_HBM);
@@ -338,12 +335,12 @@ TEST_F(RtdSystemDiagramVisitorTest, LeadingColonGivesEmptyKernelNameAndTrailingC
 }
 
 TEST_F(RtdSystemDiagramVisitorTest, ComputeUnitTakesEveryClockPortInOrder) {
-  auto const diagram = import(rtdText(
-      "",
-      R"({"m_name": "k:k_1", "m_clocks": [{"ap_clk": {"refClockId": "0"},
+  auto const diagram =
+      import(rtdText("",
+                     R"({"m_name": "k:k_1", "m_clocks": [{"ap_clk": {"refClockId": "0"},
                                           "ap_clk_2": {"refClockId": "3"}},
                                          {"stream_clk": {}}]})",
-      ""));
+                     ""));
   EXPECT_TRUE(qvtest::sameMessage(qvtest::parse<pb::computeUnit>(R"(
     id: "0" kernel_name: "k" name: "k_1"
     clock_refs { name: "ap_clk" clock_id: "0" }
@@ -353,8 +350,7 @@ TEST_F(RtdSystemDiagramVisitorTest, ComputeUnitTakesEveryClockPortInOrder) {
 }
 
 TEST_F(RtdSystemDiagramVisitorTest, IpLayoutCountZeroWithConnectionsStillGetsConnectionsAndTotals) {
-  auto const diagram =
-      import(rtdText(memory("MEM_DDR4", "d0"), "", connection("0", "0")));
+  auto const diagram = import(rtdText(memory("MEM_DDR4", "d0"), "", connection("0", "0")));
   EXPECT_EQ(region(diagram).compute_units_size(), 0);
   EXPECT_EQ(region(diagram).connectivity_size(), 1);
   EXPECT_EQ(region(diagram).available_resources().uram(), "50");
@@ -364,9 +360,11 @@ TEST_F(RtdSystemDiagramVisitorTest, IpLayoutCountZeroWithConnectionsStillGetsCon
 
 TEST_F(RtdSystemDiagramVisitorTest, MissingInstancePathSendsItsMessageAndGoesOn) {
   auto const diagram = import(rtdText("", "", ""), platformFile([](ptree& platform) {
-    platform.get_child("hardwarePlatform.devices").begin()->second.get_child("core").erase(
-        "instPath");
-  }));
+                                platform.get_child("hardwarePlatform.devices")
+                                    .begin()
+                                    ->second.get_child("core")
+                                    .erase("instPath");
+                              }));
   EXPECT_EQ(region(diagram).name(), "core0");
   EXPECT_EQ(region(diagram).inst_path(), "");
   EXPECT_EQ(messages.formats(), Strings{"@82-164@"});
@@ -412,7 +410,8 @@ TEST_F(VisitorOperationsTest, GeneratedByRowsCopyTheRequestStrings) {
 TEST_F(RtdSystemDiagramVisitorTest, PlatformWithoutOptionalKeysSendsEachMessageInOrder) {
   // Only what the import cannot do without: the first device's core name and type.
   std::string const path = directory.file("bare.json");
-  std::ofstream(path) << R"({"hardwarePlatform": {"devices": [{"core": {"name": "c", "type": "t"}}]}})";
+  std::ofstream(path)
+      << R"({"hardwarePlatform": {"devices": [{"core": {"name": "c", "type": "t"}}]}})";
   auto const diagram = import(rtdText("", "", ""), path);
   EXPECT_EQ(messages.formats(),
             (Strings{"@82-182@", "@82-171@", "@82-178@", "@82-176@", "@82-177@", "@82-166@",
@@ -482,8 +481,7 @@ class QsaResourcesTest : public VisitorOperationsTest {
 
 TEST_F(QsaResourcesTest, EveryWordTakesTheCountBehindItAndMissingWordsAreEmpty) {
   EXPECT_TRUE(qvtest::sameMessage(
-      qvtest::parse<pb::qsaAvailableResources>(
-          R"(bram: "1" uram: "2" dsp: "3" lut: "4" reg: "")"),
+      qvtest::parse<pb::qsaAvailableResources>(R"(bram: "1" uram: "2" dsp: "3" lut: "4" reg: "")"),
       resources(R"({"w": "BRAM", "count": "1"}, {"w": "URAM", "count": "2"},
                    {"anything": "DSP", "count": "3"}, {"x": "LUT", "count": "4"})")));
 }
@@ -549,7 +547,8 @@ TEST_F(QsaClocksTest, RecordWithoutNameIsSkipped) {
 }
 
 TEST_F(QsaClocksTest, StatusWordsAndTheirNumbers) {
-  auto const result = clocks(R"({"name": "a", "status": "reserved"}, {"name": "b", "status": "fixed"},
+  auto const result =
+      clocks(R"({"name": "a", "status": "reserved"}, {"name": "b", "status": "fixed"},
     {"name": "c", "status": "scalable"}, {"name": "d", "status": "changeable"},
     {"name": "e", "status": "Fixed"}, {"name": "f", "status": "other"}, {"name": "g"})");
   std::vector<int> statuses;
@@ -642,17 +641,16 @@ class RegionTotalsTest : public VisitorOperationsTest {
     auto const region =
         std::make_shared<IPA::QrxBinUserRegionBuilder>(*builder.getQrxBinBuilder(), root);
     visitor.populateUserRegionAvailableResources(
-        platform, std::make_shared<IPA::QrxBinAvailableResourceBuilder>(
-                      *builder.getQrxBinBuilder(), root, region));
+        platform, std::make_shared<IPA::QrxBinAvailableResourceBuilder>(*builder.getQrxBinBuilder(),
+                                                                        root, region));
     return region->message()->available_resources();
   }
 };
 
 TEST_F(RegionTotalsTest, AllCountsPresentSetAllFiveWithoutMessage) {
-  EXPECT_TRUE(qvtest::sameMessage(
-      qvtest::parse<pb::userRegionAvailableResources>(
-          R"(lut: "1000" reg: "2000" bram: "30" uram: "50" dsp: "40")"),
-      totalsWithout("none")));
+  EXPECT_TRUE(qvtest::sameMessage(qvtest::parse<pb::userRegionAvailableResources>(
+                                      R"(lut: "1000" reg: "2000" bram: "30" uram: "50" dsp: "40")"),
+                                  totalsWithout("none")));
   EXPECT_EQ(messages.formats(), Strings{});
 }
 
@@ -670,10 +668,9 @@ TEST_F(RegionTotalsTest, UnreadableBramCountLeavesBramUramAndDspEmpty) {
 }
 
 TEST_F(RegionTotalsTest, UnreadableDspCountLeavesOnlyDspEmpty) {
-  EXPECT_TRUE(qvtest::sameMessage(
-      qvtest::parse<pb::userRegionAvailableResources>(
-          R"(lut: "1000" reg: "2000" bram: "30" uram: "50")"),
-      totalsWithout("dspCount")));
+  EXPECT_TRUE(qvtest::sameMessage(qvtest::parse<pb::userRegionAvailableResources>(
+                                      R"(lut: "1000" reg: "2000" bram: "30" uram: "50")"),
+                                  totalsWithout("dspCount")));
   EXPECT_EQ(messages.formats(), Strings{"@82-163@"});
 }
 
@@ -720,11 +717,11 @@ TEST_F(ConnectionLoopTest, MemoryConnectionsOnlyAreNumberedInFileOrder) {
 
 TEST_F(ConnectionLoopTest, StreamsAreNumberedAfterAllMemoryConnections) {
   // Stream halves stand between memory connections in the file.
-  auto const diagram = import(rtdText(
-      memories(), ips(),
-      connection("0", "1", "out") + "," + connection("0", "0", "m0") + "," +
-          connection("0", "2", "out2") + "," + connection("1", "1", "in") + "," +
-          connection("1", "0", "m1") + "," + connection("2", "2", "in2")));
+  auto const diagram =
+      import(rtdText(memories(), ips(),
+                     connection("0", "1", "out") + "," + connection("0", "0", "m0") + "," +
+                         connection("0", "2", "out2") + "," + connection("1", "1", "in") + "," +
+                         connection("1", "0", "m1") + "," + connection("2", "2", "in2")));
   auto const& connectivity = region(diagram).connectivity();
   ASSERT_EQ(connectivity.size(), 4);
   EXPECT_EQ(connectivity.Get(0).id(), "0");
@@ -742,9 +739,8 @@ TEST_F(ConnectionLoopTest, StreamsAreNumberedAfterAllMemoryConnections) {
 }
 
 TEST_F(ConnectionLoopTest, FirstHalfInTheFileIsTheSource) {
-  auto const diagram = import(rtdText(memories(), ips(),
-                                      connection("2", "1", "in", "3") + "," +
-                                          connection("0", "1", "out", "4")));
+  auto const diagram = import(rtdText(
+      memories(), ips(), connection("2", "1", "in", "3") + "," + connection("0", "1", "out", "4")));
   ASSERT_EQ(region(diagram).connectivity_size(), 1);
   EXPECT_TRUE(qvtest::sameMessage(qvtest::parse<pb::Connectivity>(R"(
     id: "0"
@@ -765,7 +761,8 @@ TEST_F(ConnectionLoopTest, ThreeHalvesOnOneStreamGiveOneConnectionWithoutEndsAnd
 }
 
 TEST_F(ConnectionLoopTest, WithoutMemoryListEveryConnectionIsAMemoryOne) {
-  auto const diagram = import(rtdText("", ips(), connection("0", "1") + "," + connection("1", "1")));
+  auto const diagram =
+      import(rtdText("", ips(), connection("0", "1") + "," + connection("1", "1")));
   ASSERT_EQ(region(diagram).connectivity_size(), 2);
   for (auto const& connectivity : region(diagram).connectivity()) {
     EXPECT_EQ(connectivity.destination().type(), "memory");
@@ -793,7 +790,8 @@ TEST_F(ConnectionLoopTest, SameIndexWithALeadingZeroIsAnotherStream) {
 
 TEST_F(ConnectionLoopTest, ComputeUnitEndKeepsTheIpPositionNotTheComputeUnitId) {
   // A plain IP first: the compute unit "k:k_1" has id 0 but stands at position 1.
-  auto const diagram = import(rtdText(memories(), ip("dma") + "," + ip("k:k_1"), connection("1", "0")));
+  auto const diagram =
+      import(rtdText(memories(), ip("dma") + "," + ip("k:k_1"), connection("1", "0")));
   EXPECT_EQ(region(diagram).compute_units(0).id(), "0");
   EXPECT_EQ(region(diagram).connectivity(0).source().id(), "1");
 }

@@ -1,10 +1,10 @@
 // MakeInitialSystemDiagram: a session's diagram made from a run-time data file and a platform,
 // then brought up to date after an implementation run.
+#include <gtest/gtest.h>
+
 #include <fstream>
 #include <string>
 #include <vector>
-
-#include <gtest/gtest.h>
 
 #include "platform/dispatch/ConnectionMgr.h"
 #include "platform/mvk/NativeObjectService.h"
@@ -125,17 +125,16 @@ TEST_F(InitialDiagramRequestsTest, AfterRunningBrenloFileToFileLeavesTheSessionA
 
 TEST_F(InitialDiagramRequestsTest, AnyOfTheTenStringsEmptyIsAnswered400) {
   using Setter = void (wire::MakeInitialSystemDiagram::*)(std::string const&);
-  std::vector<Setter> const setters = {
-      &wire::MakeInitialSystemDiagram::set_rtdfile,
-      &wire::MakeInitialSystemDiagram::set_platform,
-      &wire::MakeInitialSystemDiagram::set_generatedname,
-      &wire::MakeInitialSystemDiagram::set_generatedversion,
-      &wire::MakeInitialSystemDiagram::set_generatedchangelist,
-      &wire::MakeInitialSystemDiagram::set_generatedtimestamp,
-      &wire::MakeInitialSystemDiagram::set_generateddetaila,
-      &wire::MakeInitialSystemDiagram::set_generateddetailb,
-      &wire::MakeInitialSystemDiagram::set_kernelsfile,
-      &wire::MakeInitialSystemDiagram::set_binarylabel};
+  std::vector<Setter> const setters = {&wire::MakeInitialSystemDiagram::set_rtdfile,
+                                       &wire::MakeInitialSystemDiagram::set_platform,
+                                       &wire::MakeInitialSystemDiagram::set_generatedname,
+                                       &wire::MakeInitialSystemDiagram::set_generatedversion,
+                                       &wire::MakeInitialSystemDiagram::set_generatedchangelist,
+                                       &wire::MakeInitialSystemDiagram::set_generatedtimestamp,
+                                       &wire::MakeInitialSystemDiagram::set_generateddetaila,
+                                       &wire::MakeInitialSystemDiagram::set_generateddetailb,
+                                       &wire::MakeInitialSystemDiagram::set_kernelsfile,
+                                       &wire::MakeInitialSystemDiagram::set_binarylabel};
   std::string const before = written();
   for (std::size_t i = 0; i < setters.size(); ++i) {
     wire::MakeInitialSystemDiagram message = make(exampleFile(kDesign));
@@ -189,17 +188,17 @@ TEST_F(InitialDiagramRequestsTest, RtdFileThatIsNotJson) {
 }
 
 TEST_F(InitialDiagramRequestsTest, RtdFileWithoutCount) {
-  std::string const path = writeFile(
-      "no_count.rtd.json",
-      R"({"schema_version": {"major": "1", "minor": "0", "patch": "0"},
+  std::string const path =
+      writeFile("no_count.rtd.json",
+                R"({"schema_version": {"major": "1", "minor": "0", "patch": "0"},
           "mem_topology": {"m_count": "0"}, "ip_layout": {"m_count": "0"}, "connectivity": {}})");
   expectRefusedKeepingTheDiagram(make(path), "No such node (connectivity.m_count)");
 }
 
 TEST_F(InitialDiagramRequestsTest, RtdFileOfAnUnsupportedVersion) {
-  std::string const path = writeFile(
-      "v2.rtd.json",
-      R"({"schema_version": {"major": "1", "minor": "1", "patch": "0"},
+  std::string const path =
+      writeFile("v2.rtd.json",
+                R"({"schema_version": {"major": "1", "minor": "1", "patch": "0"},
           "mem_topology": {"m_count": "0"}, "ip_layout": {"m_count": "0"},
           "connectivity": {"m_count": "0"}})");
   expectRefusedKeepingTheDiagram(make(path),
@@ -211,10 +210,11 @@ TEST_F(InitialDiagramRequestsTest, PlatformThatCannotBeFound) {
   wire::MakeInitialSystemDiagram message = make(exampleFile(kDesign));
   message.set_platform("qv_no_such_platform");
   expectRefusedKeepingTheDiagram(
-      message, "Platform \"qv_no_such_platform\" not found: it is not a readable file, and no "
-               "directory of the platform search path has a readable qv_no_such_platform.json or "
-               "qv_no_such_platform/platform.json (tried " +
-                   exampleFile("platforms") + ").");
+      message,
+      "Platform \"qv_no_such_platform\" not found: it is not a readable file, and no "
+      "directory of the platform search path has a readable qv_no_such_platform.json or "
+      "qv_no_such_platform/platform.json (tried " +
+          exampleFile("platforms") + ").");
 }
 
 }  // namespace

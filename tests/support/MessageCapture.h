@@ -14,8 +14,7 @@ namespace qvtest {
 // Installs a RecordingSink for its lifetime and puts the previous sink back afterwards.
 class MessageCapture {
  public:
-  MessageCapture()
-      : sink(std::make_shared<RecordingSink>()), previous(ComMsgMgr::setSink(sink)) {}
+  MessageCapture() : sink(std::make_shared<RecordingSink>()), previous(ComMsgMgr::setSink(sink)) {}
   ~MessageCapture() { ComMsgMgr::setSink(previous); }
   MessageCapture(MessageCapture const&) = delete;
   MessageCapture& operator=(MessageCapture const&) = delete;
