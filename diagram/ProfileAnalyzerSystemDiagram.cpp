@@ -167,9 +167,34 @@ void ProfileAnalyzerSystemDiagram::setDeviceTopologySizeKB(std::string const& ta
   });
 }
 
-void ProfileAnalyzerSystemDiagram::addComputeUnitActualResource(std::string const&,
-                                                                ActualResourceCollection const&) {
-  notImplementedYet("addComputeUnitActualResource");
+void ProfileAnalyzerSystemDiagram::addComputeUnitActualResource(
+    std::string const& computeUnitName, ActualResourceCollection const& resources) {
+  if (computeUnitName.empty()) return;
+  // Every compute unit of that name, in every user region; entries are appended, never merged.
+  for (auto& region : *mutableQrxBin(*container)->mutable_user_regions()) {
+    for (auto& unit : *region.mutable_compute_units()) {
+      if (unit.name() != computeUnitName) continue;
+      try {
+        for (std::string const& state : resources.states()) {
+          ActualResource const record = resources.resources.at(state);
+          pb::actualResources* const entry = unit.add_actual_resources();
+          entry->set_design_state(toDesignState(record.state));
+          entry->set_lut(record.lut);
+          entry->set_reg(record.reg);
+          entry->set_bram(record.bram);
+          entry->set_uram(record.uram);
+          entry->set_dsp(record.dsp);
+        }
+      } catch (std::exception const& error) {
+        // No blank before "failed": the text stays as readers of the log know it.
+        throw std::runtime_error("Adding compute unit actual resources to " + computeUnitName +
+                                 "failed with error: " + error.what() + ".");
+      } catch (...) {
+        throw std::runtime_error("Adding compute unit actual resources to " + computeUnitName +
+                                 "failed with an error of an unknown type.");
+      }
+    }
+  }
 }
 
 void ProfileAnalyzerSystemDiagram::upsertKernelUtilization(
