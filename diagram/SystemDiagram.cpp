@@ -120,6 +120,12 @@ void SystemDiagram::writeSystemDiagramAfterRunningBrenlo(std::string const& rtdF
   stored.serializeToJson(diagramOut);
 }
 
+void SystemDiagram::upsertKernelUtilization(
+    dispatch::system_diagram_server::UpsertKernelUse const& message) {
+  kernelUse.mergeFrom(message);
+  kernelUse.mergeTo(systemDiagram);
+}
+
 void SystemDiagram::upsertKernel(ProfileAnalyzerSystemDiagramSerializable::kernel const& kernel) {
   systemDiagram.upsertKernel(kernel);
 }

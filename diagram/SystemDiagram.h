@@ -56,6 +56,12 @@ class SystemDiagram {
                                             std::string const& diagramInFile,
                                             std::string const& diagramOutFile);
 
+  // Keeps the reports of `message` in the session's kernel use, then writes everything reported
+  // so far into the diagram: each compute unit named ends up with one actual_resources entry per
+  // design state. Two steps, each under its own lock (kernel use, then diagram); another request
+  // may merge between them, which is harmless since the second step publishes the whole map.
+  void upsertKernelUtilization(dispatch::system_diagram_server::UpsertKernelUse const& message);
+
   // Forward to the operation of the same name on systemDiagram.
   void upsertKernel(ProfileAnalyzerSystemDiagramSerializable::kernel const& kernel);
   void upsertQrxBin(ProfileAnalyzerSystemDiagramSerializable::qrxBin const& qrxBin);

@@ -1,10 +1,16 @@
 #include "service/SystemDiagramHandler.h"
 
 #include <exception>
+#include <fstream>
 #include <memory>
 #include <stdexcept>
+#include <string>
+
+#include <boost/property_tree/json_parser.hpp>
+#include <boost/property_tree/ptree.hpp>
 
 #include "platform/dispatch/Logger.h"
+#include "diagram/FStreamFinalizer.h"
 #include "proto/system_diagram_server.pb.h"
 #include "service/ScopedDebugLog.h"
 
@@ -35,7 +41,7 @@ void SystemDiagramHandler::handle_request(dispatch::Request const& request,
     // A linear chain in a fixed order; the first match wins. Names are compared whole, so
     // UpsertKernelUse and UpsertKernel do not shadow each other.
     if (payload.Is<wire::UtilizationDuringBrenloRun>()) {
-      notYetServed("dispatch.system_diagram_server.UtilizationDuringBrenloRun");
+      handleUtilizationDuringBrenloRunRequest(payload, response, sessionUuid);
     } else if (payload.Is<wire::AfterRunningBrenlo>()) {
       handleAfterRunningBrenloRequest(payload, response, sessionUuid);
     } else if (payload.Is<wire::MakeInitialSystemDiagram>()) {
@@ -45,7 +51,7 @@ void SystemDiagramHandler::handle_request(dispatch::Request const& request,
     } else if (payload.Is<wire::WriteSystemDiagram>()) {
       handleWriteCurrentSystemDiagramRequest(payload, response, sessionUuid);
     } else if (payload.Is<wire::UpsertKernelUse>()) {
-      notYetServed("dispatch.system_diagram_server.UpsertKernelUse");
+      handleUpsertComputeUnitUseRequest(payload, response, sessionUuid);
     } else if (payload.Is<wire::UpsertKernel>()) {
       handleUpsertKernelRequest(payload, response, sessionUuid);
     } else if (payload.Is<wire::UpsertQrxBin>()) {
@@ -218,6 +224,120 @@ void SystemDiagramHandler::handleUpsertPlatform(google::protobuf::Any const& pay
       [](SystemDiagram& diagram, auto const& message) {
         diagram.upsertPlatform(message.platform());
       });
+}
+
+bool SystemDiagramHandler::validateUpsertComputeUnitUseRequest(
+    wire::UpsertKernelUse const& message, dispatch::Response& response) {
+  bool complete = !message.designstate().empty() && !message.kerneluses().empty();
+  for (auto const& kernelUse : message.kerneluses()) {
+    if (!complete) break;
+    complete = !kernelUse.kernelname().empty();
+    // A kernel without compute unit uses is allowed; their resources are not looked at, so a
+    // use without them counts as all empty.
+    for (auto const& computeUnitUse : kernelUse.computeunituses()) {
+      if (computeUnitUse.computeunitname().empty()) complete = false;
+    }
+  }
+  if (!complete) stockResponse(StatusResponse::BAD_REQUEST, response);
+  return complete;
+}
+
+void SystemDiagramHandler::handleUpsertComputeUnitUseRequest(google::protobuf::Any const& payload,
+                                                             dispatch::Response& response,
+                                                             std::string const& sessionUuid) {
+  serve<wire::UpsertKernelUse>(
+      "handleUpsertComputeUnitUseRequest", payload, response, sessionUuid,
+      [&response](auto const& message) {
+        return validateUpsertComputeUnitUseRequest(message, response);
+      },
+      [](SystemDiagram& diagram, auto const& message) {
+        diagram.upsertKernelUtilization(message);
+      });
+}
+
+namespace {
+
+// One compute unit's report as the message UpsertKernelUse carries it.
+wire::UpsertKernelUse kernelUseMessage(std::string const& designState,
+                                       std::string const& kernelName,
+                                       std::string const& computeUnitName,
+                                       boost::property_tree::ptree const& resources) {
+  wire::UpsertKernelUse message;
+  message.set_usekind(4);
+  message.set_designstate(designState);
+  wire::KernelResourceUse* const kernelUse = message.add_kerneluses();
+  kernelUse->set_kernelname(kernelName);
+  wire::ComputeUnitResourceUse* const computeUnitUse = kernelUse->add_computeunituses();
+  computeUnitUse->set_computeunitname(computeUnitName);
+  wire::ActualResources* const actual = computeUnitUse->mutable_actualresources();
+  actual->set_lut(resources.get<std::string>("LUT", ""));
+  actual->set_reg(resources.get<std::string>("REG", ""));
+  actual->set_bram(resources.get<std::string>("BRAM", ""));
+  actual->set_uram(resources.get<std::string>("URAM", ""));
+  actual->set_dsp(resources.get<std::string>("DSP", ""));
+  return message;
+}
+
+}  // namespace
+
+void SystemDiagramHandler::handleUtilizationDuringBrenloRunRequest(
+    google::protobuf::Any const& payload, dispatch::Response& response,
+    std::string const& sessionUuid) {
+  ScopedDebugLog debugLog("handleUtilizationDuringBrenloRunRequest");
+  wire::UtilizationDuringBrenloRun message;
+  payload.UnpackTo(&message);
+  // Every name is tested before the first file is opened.
+  bool complete = !message.utilizationfiles().empty();
+  for (auto const& path : message.utilizationfiles()) complete = complete && !path.empty();
+  if (!complete) {
+    stockResponse(StatusResponse::BAD_REQUEST, response);
+    return;
+  }
+
+  for (auto const& path : message.utilizationfiles()) {
+    std::ifstream in(path, std::ios::in | std::ios::binary);
+    FStreamFinalizer<std::ifstream> finalizer(in);
+    if (!in.is_open()) throw std::runtime_error("Could not open " + path + " for reading.");
+    boost::property_tree::ptree report;
+    boost::property_tree::read_json(in, report);
+    SystemDiagram& diagram = getDiagramForSession(sessionUuid);
+
+    // The walk keeps the last value of each name it passed, in file order, and never resets
+    // them: a "cu_name" that comes after its "actual_resources" leaves the report under the
+    // previous compute unit's name (or refused as unnamed), and so on for the other two.
+    std::string designState;
+    std::string kernelName;
+    std::string computeUnitName;
+    for (auto const& top : report) {
+      if (top.first == "design_state") {
+        designState = top.second.data();
+      } else if (top.first == "kernels") {
+        for (auto const& kernel : top.second) {
+          for (auto const& kernelMember : kernel.second) {
+            if (kernelMember.first == "name") {
+              kernelName = kernelMember.second.data();
+            } else if (kernelMember.first == "compute_units") {
+              for (auto const& computeUnit : kernelMember.second) {
+                for (auto const& member : computeUnit.second) {
+                  if (member.first == "cu_name") {
+                    computeUnitName = member.second.data();
+                  } else if (member.first == "actual_resources") {
+                    // Each compute unit is merged and published on its own: what came before a
+                    // refused entry stays merged, and nothing after it is read.
+                    wire::UpsertKernelUse const use =
+                        kernelUseMessage(designState, kernelName, computeUnitName, member.second);
+                    if (!validateUpsertComputeUnitUseRequest(use, response)) return;
+                    diagram.upsertKernelUtilization(use);
+                  }
+                }
+              }
+            }
+          }
+        }
+      }
+    }
+    stockResponse(StatusResponse::OK, response);
+  }
 }
 
 void SystemDiagramHandler::handleMakeInitialSystemDiagramRequest(

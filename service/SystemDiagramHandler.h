@@ -78,6 +78,20 @@ class SystemDiagramHandler : public dispatch::server::RequestHandler {
                                        std::string const& sessionUuid);
   void handleUpsertPlatform(google::protobuf::Any const& payload, dispatch::Response& response,
                             std::string const& sessionUuid);
+  // Merges the resource reports of the files named, compute unit by compute unit, into the
+  // session's kernel use and publishes them to its diagram.
+  void handleUtilizationDuringBrenloRunRequest(google::protobuf::Any const& payload,
+                                               dispatch::Response& response,
+                                               std::string const& sessionUuid);
+  // Merges one resource report into the session's kernel use and publishes it.
+  void handleUpsertComputeUnitUseRequest(google::protobuf::Any const& payload,
+                                         dispatch::Response& response,
+                                         std::string const& sessionUuid);
+  // True when `message` names its design state, has kernel uses, and names every kernel and
+  // compute unit; otherwise answers 400 in `response` and returns false.
+  static bool validateUpsertComputeUnitUseRequest(
+      dispatch::system_diagram_server::UpsertKernelUse const& message,
+      dispatch::Response& response);
   // Replaces the session's diagram by a new one made from a run-time data file; the old one
   // stays when the import fails.
   void handleMakeInitialSystemDiagramRequest(google::protobuf::Any const& payload,

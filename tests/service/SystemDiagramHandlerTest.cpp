@@ -290,9 +290,7 @@ TEST_P(PendingRequestTest, IsAnswered500NamingTheType) {
 
 INSTANTIATE_TEST_SUITE_P(
     NotYetServed, PendingRequestTest,
-    ::testing::Values(PendingType{"dispatch.system_diagram_server.UtilizationDuringBrenloRun"},
-                      PendingType{"dispatch.system_diagram_server.UpsertKernelUse"},
-                      PendingType{"dispatch.system_diagram_server.WriteFlowReport"}),
+    ::testing::Values(PendingType{"dispatch.system_diagram_server.WriteFlowReport"}),
     [](::testing::TestParamInfo<PendingType> const& param) {
       std::string name = param.param.typeName;
       return name.substr(name.rfind('.') + 1);
