@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # The library's dynamic symbol table: the factory, the Log settings, the session table's
-# exception classes and the tree dump IPA::RtdTestVisitor are exported; the library's other own
-# classes are not.
+# exception classes, the tree dump IPA::RtdTestVisitor and, for callers that read an actual
+# resources document, IPA::ActualResourcesTree, its visitors and the one member
+# IPA::ActualResourceCollection::states are exported; the library's other own classes are not.
 set -euo pipefail
 lib="$1"
 symbols=$(nm -DC --defined-only "$lib")
@@ -16,7 +17,19 @@ expect "Log::reportingLevel"
 expect "Log::subsystemID"
 expect "Log::subsystemName"
 expect "typeinfo for IPA::RtdTestVisitor"
-if grep -E ' [TW] IPA::' <<<"$symbols" | grep -vE ' [TW] IPA::RtdTestVisitor::'; then
+expect "IPA::ActualResourcesTree::ActualResourcesTree(std::istream&)"
+expect "IPA::ActualResourcesTree::propertyTree"
+expect "typeinfo for IPA::ActualResourceTreeVisitor"
+expect "typeinfo for IPA::ActualResourcesSchemaValidationVisitor"
+expect "IPA::ActualResourcesSchemaValidationVisitor::visit(IPA::ActualResourcesTree&)"
+expect "typeinfo for IPA::ActualResourcesComputeUnitVisitor"
+expect "IPA::ActualResourcesComputeUnitVisitor::ActualResourcesComputeUnitVisitor("
+expect "IPA::ActualResourcesComputeUnitVisitor::visit(IPA::ActualResourcesTree&)"
+expect "IPA::ActualResourceCollection::states"
+exported='RtdTestVisitor|ActualResourcesTree|ActualResourceTreeVisitor'
+exported+='|ActualResourcesSchemaValidationVisitor|ActualResourcesComputeUnitVisitor'
+if grep -E ' [TW] IPA::' <<<"$symbols" |
+  grep -vE " [TW] IPA::($exported)::| [TW] IPA::ActualResourceCollection::states[[(]"; then
   echo "the library's internals are exported (above)"; fail=1
 fi
 exit $fail
