@@ -71,6 +71,11 @@ class ProfileAnalyzerSystemDiagram : public SystemDiagramInterface {
   void setDeviceTopologySlr(std::string const& tag, std::string const& value) override;
   void setDeviceTopologyUsed(std::string const& tag, std::string const& value) override;
   void setDeviceTopologySizeKB(std::string const& tag, std::string const& value) override;
+  // Appends one actual_resources entry per state of `resources` to every compute unit named
+  // `computeUnitName`, in every user region; nothing for an empty name or an unknown one. A
+  // state word other than the three known ones is stored as DESIGN_STATE_UNSET. Throws
+  // std::runtime_error "Adding compute unit actual resources to <name>failed with error: <what>."
+  // (no blank before "failed") if writing an entry fails; entries already appended stay.
   void addComputeUnitActualResource(std::string const& computeUnitName,
                                     ActualResourceCollection const& resources) override;
 
