@@ -7,22 +7,16 @@
 #include <utility>
 
 #include "diagram/TextConversions.h"
+#include "report/ClockSummary.h"
+#include "report/ConnectionSections.h"
+#include "report/FlowReportFrame.h"
+#include "report/UtilizationTables.h"
 
 namespace IPA {
 
 const std::string ProfileAnalyzerSystemDiagram::schemaMajorVersion = "2";
 const std::string ProfileAnalyzerSystemDiagram::schemaMinorVersion = "0";
 const std::string ProfileAnalyzerSystemDiagram::schemaPatchLevel = "0";
-
-namespace {
-
-// Operations whose logic is not in this version refuse loudly instead of pretending to work.
-[[noreturn]] void notImplementedYet(char const* operation) {
-  throw std::runtime_error(std::string("ProfileAnalyzerSystemDiagram::") + operation +
-                           " is not implemented yet");
-}
-
-}  // namespace
 
 ProfileAnalyzerSystemDiagram::ProfileAnalyzerSystemDiagram(std::shared_ptr<Container> root)
     : container(std::move(root)) {
@@ -340,8 +334,15 @@ void ProfileAnalyzerSystemDiagram::upsertConnectivity(pb::Connectivity const& co
   copyEnd(destination, destinationId, added->mutable_destination());
 }
 
-void ProfileAnalyzerSystemDiagram::writeFlowReport(std::ofstream&) {
-  notImplementedYet("writeFlowReport");
+void ProfileAnalyzerSystemDiagram::writeFlowReport(std::ofstream& out) {
+  // Read only: an absent build section reads as an empty one and is not created.
+  pb::qrxBin const& binary = container->system_diagram_metadata().qrxbin();
+  writeHeading(out);
+  writeKernelAndComputeUnitSection(binary, out);
+  writeConnectionSections(*this, binary, out);
+  writeClockSummary(binary, out);
+  writeSlrUtilizationPerCu(binary, out);
+  writeCuUtilizationPerSlr(binary, out);
 }
 
 void ProfileAnalyzerSystemDiagram::getQrxBinGeneratedBy(pb::qrxBinGeneratedBy& generatedBy) {

@@ -37,6 +37,13 @@ void SystemDiagram::serializeCurrentSystemDiagram(std::string const& path) {
   systemDiagram.serializeToJson(out);
 }
 
+void SystemDiagram::writeFlowReport(std::string const& path) {
+  std::ofstream out(path, std::ios::out | std::ios::trunc);
+  FStreamFinalizer<std::ofstream> finalizer(out);
+  if (!out.is_open()) throw std::runtime_error("Could not open " + path + " for writing.");
+  systemDiagram.writeFlowReport(out);
+}
+
 namespace {
 
 std::shared_ptr<RtdTree> readRtdTree(std::istream& in) {

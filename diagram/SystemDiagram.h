@@ -44,6 +44,11 @@ class SystemDiagram {
       std::string const& generatedTimestamp, std::string const& generatedDetailA,
       std::string const& generatedDetailB, std::string const& kernelsFile,
       std::string const& binaryLabel, bool generatedFlag);
+  // Writes the flow report of the diagram to `path` as text, truncating the file. Throws
+  // std::runtime_error "Could not open <path> for writing." if the file cannot be opened, and
+  // whatever a section of the report throws; the file then holds what was written before.
+  void writeFlowReport(std::string const& path);
+
   // Brings base addresses and memory use and size up to date from the run-time data file that an
   // implementation run wrote. Throws std::runtime_error "Could not open <path> for reading." and
   // the reader's errors; setters already applied stay applied (no rollback).

@@ -1,16 +1,15 @@
 #include "service/SystemDiagramHandler.h"
 
+#include <boost/property_tree/json_parser.hpp>
+#include <boost/property_tree/ptree.hpp>
 #include <exception>
 #include <fstream>
 #include <memory>
 #include <stdexcept>
 #include <string>
 
-#include <boost/property_tree/json_parser.hpp>
-#include <boost/property_tree/ptree.hpp>
-
-#include "platform/dispatch/Logger.h"
 #include "diagram/FStreamFinalizer.h"
+#include "platform/dispatch/Logger.h"
 #include "proto/system_diagram_server.pb.h"
 #include "service/ScopedDebugLog.h"
 
@@ -69,7 +68,7 @@ void SystemDiagramHandler::handle_request(dispatch::Request const& request,
     } else if (payload.Is<wire::UpsertConnectivity>()) {
       handleUpsertConnectivityRequest(payload, response, sessionUuid);
     } else if (payload.Is<wire::WriteFlowReport>()) {
-      notYetServed("dispatch.system_diagram_server.WriteFlowReport");
+      handleWriteFlowReportRequest(payload, response, sessionUuid);
     } else if (payload.Is<wire::UpsertPlatform>()) {
       handleUpsertPlatform(payload, response, sessionUuid);
     }
@@ -95,10 +94,6 @@ SystemDiagram& SystemDiagramHandler::getDiagramForSession(std::string const& ses
   }
   // Found above, so the index operation does not insert.
   return sessions->sessions[sessionUuid];
-}
-
-void SystemDiagramHandler::notYetServed(std::string const& typeName) {
-  throw std::runtime_error("request type " + typeName + " is not yet served by this library");
 }
 
 template <class Message, class Complete, class Call>
@@ -226,8 +221,8 @@ void SystemDiagramHandler::handleUpsertPlatform(google::protobuf::Any const& pay
       });
 }
 
-bool SystemDiagramHandler::validateUpsertComputeUnitUseRequest(
-    wire::UpsertKernelUse const& message, dispatch::Response& response) {
+bool SystemDiagramHandler::validateUpsertComputeUnitUseRequest(wire::UpsertKernelUse const& message,
+                                                               dispatch::Response& response) {
   bool complete = !message.designstate().empty() && !message.kerneluses().empty();
   for (auto const& kernelUse : message.kerneluses()) {
     if (!complete) break;
@@ -338,6 +333,15 @@ void SystemDiagramHandler::handleUtilizationDuringBrenloRunRequest(
     }
     stockResponse(StatusResponse::OK, response);
   }
+}
+
+void SystemDiagramHandler::handleWriteFlowReportRequest(google::protobuf::Any const& payload,
+                                                        dispatch::Response& response,
+                                                        std::string const& sessionUuid) {
+  serve<wire::WriteFlowReport>(
+      "handleWriteFlowReportRequest", payload, response, sessionUuid,
+      [](auto const& message) { return !message.path().empty(); },
+      [](SystemDiagram& diagram, auto const& message) { diagram.writeFlowReport(message.path()); });
 }
 
 void SystemDiagramHandler::handleMakeInitialSystemDiagramRequest(

@@ -92,6 +92,9 @@ class SystemDiagramHandler : public dispatch::server::RequestHandler {
   static bool validateUpsertComputeUnitUseRequest(
       dispatch::system_diagram_server::UpsertKernelUse const& message,
       dispatch::Response& response);
+  // Writes the session's flow report to a text file.
+  void handleWriteFlowReportRequest(google::protobuf::Any const& payload,
+                                    dispatch::Response& response, std::string const& sessionUuid);
   // Replaces the session's diagram by a new one made from a run-time data file; the old one
   // stays when the import fails.
   void handleMakeInitialSystemDiagramRequest(google::protobuf::Any const& payload,
@@ -112,9 +115,6 @@ class SystemDiagramHandler : public dispatch::server::RequestHandler {
   template <class Message, class Complete, class Call>
   void serve(char const* label, google::protobuf::Any const& payload, dispatch::Response& response,
              std::string const& sessionUuid, Complete complete, Call call);
-
-  // Requests whose handlers have not landed yet are answered 500 through this.
-  [[noreturn]] static void notYetServed(std::string const& typeName);
 
   std::shared_ptr<SessionTable> sessions;
 };

@@ -1,13 +1,13 @@
 #include "service/SystemDiagramHandler.h"
 
+#include <google/protobuf/descriptor.h>
+#include <google/protobuf/dynamic_message.h>
+#include <gtest/gtest.h>
+
 #include <fstream>
 #include <sstream>
 #include <string>
 #include <vector>
-
-#include <google/protobuf/descriptor.h>
-#include <google/protobuf/dynamic_message.h>
-#include <gtest/gtest.h>
 
 #include "diagram/ProfileAnalyzerSystemDiagram.h"
 #include "platform/dispatch/ConnectionMgr.h"
@@ -260,41 +260,6 @@ TEST_F(SystemDiagramHandlerTest, GetDiagramForSessionNeverAddsASession) {
   IPA::SystemDiagram& first = handler.getDiagramForSession("s1");
   EXPECT_EQ(&first, &handler.getDiagramForSession("s1"));
 }
-
-// Every request type of the service, in the order the handler tests them, with the types that
-// are not served yet.
-struct PendingType {
-  char const* typeName;
-};
-
-void PrintTo(PendingType const& type, std::ostream* out) { *out << type.typeName; }
-
-class PendingRequestTest : public SystemDiagramHandlerTest,
-                           public ::testing::WithParamInterface<PendingType> {};
-
-TEST_P(PendingRequestTest, IsAnswered500NamingTheType) {
-  createSession("s1");
-  // An empty message of the type, packed by its descriptor so that the test names the type only
-  // as text.
-  auto const* descriptor =
-      google::protobuf::DescriptorPool::generated_pool()->FindMessageTypeByName(
-          GetParam().typeName);
-  ASSERT_NE(descriptor, nullptr) << GetParam().typeName;
-  google::protobuf::DynamicMessageFactory factory;
-  std::unique_ptr<google::protobuf::Message> message(factory.GetPrototype(descriptor)->New());
-  LoggerCapture log(dispatch::server::kLogException);
-  EXPECT_STATUS(serve(requestFor("s1", *message)), 500);
-  EXPECT_EQ(log.text(), std::string("SYSTEM_DIAGRAM_HANDLER: Caught exception: request type ") +
-                            GetParam().typeName + " is not yet served by this library.\n");
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    NotYetServed, PendingRequestTest,
-    ::testing::Values(PendingType{"dispatch.system_diagram_server.WriteFlowReport"}),
-    [](::testing::TestParamInfo<PendingType> const& param) {
-      std::string name = param.param.typeName;
-      return name.substr(name.rfind('.') + 1);
-    });
 
 TEST_F(SystemDiagramHandlerTest, TypeNamesAreComparedWhole) {
   createSession("s1");
