@@ -372,12 +372,22 @@ std::string ProfileAnalyzerSystemDiagram::getComputeUnitClockPortName(
   for (auto const& region : qrxBinOf(*container).user_regions()) {
     for (auto const& unit : region.compute_units()) {
       if (unit.name() != computeUnitName) continue;
-      for (auto const& reference : unit.clock_refs()) {
-        if (reference.requested_frequency() != 0.0) return reference.name();
-      }
+      std::string name;
+      // A reference with an empty name ends the search too.
+      if (requestedClockPortName(unit, name)) return name;
     }
   }
   return "";
+}
+
+bool ProfileAnalyzerSystemDiagram::requestedClockPortName(pb::computeUnit const& unit,
+                                                          std::string& name) {
+  for (auto const& reference : unit.clock_refs()) {
+    if (reference.requested_frequency() == 0.0) continue;
+    name = reference.name();
+    return true;
+  }
+  return false;
 }
 
 void ProfileAnalyzerSystemDiagram::getComputeUnitClockInfo(std::string const& computeUnitId,
@@ -388,15 +398,22 @@ void ProfileAnalyzerSystemDiagram::getComputeUnitClockInfo(std::string const& co
   for (auto const& region : qrxBinOf(*container).user_regions()) {
     for (auto const& unit : region.compute_units()) {
       if (unit.id() != computeUnitId) continue;
-      for (auto const& reference : unit.clock_refs()) {
-        if (reference.name() != clockRefName) continue;
-        clockId = reference.clock_id();
-        requested = doubleToString(reference.requested_frequency());
-        achieved = doubleToString(reference.achieved_frequency());
-        break;
-      }
+      clockRefInfo(unit, clockRefName, clockId, requested, achieved);
       if (!clockId.empty()) return;
     }
+  }
+}
+
+void ProfileAnalyzerSystemDiagram::clockRefInfo(pb::computeUnit const& unit,
+                                                std::string const& clockRefName,
+                                                std::string& clockId, std::string& requested,
+                                                std::string& achieved) {
+  for (auto const& reference : unit.clock_refs()) {
+    if (reference.name() != clockRefName) continue;
+    clockId = reference.clock_id();
+    requested = doubleToString(reference.requested_frequency());
+    achieved = doubleToString(reference.achieved_frequency());
+    return;
   }
 }
 

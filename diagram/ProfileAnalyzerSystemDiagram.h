@@ -63,6 +63,17 @@ class ProfileAnalyzerSystemDiagram : public SystemDiagramInterface {
                                std::string& clockId, std::string& requested,
                                std::string& achieved) const;
 
+  // The two lookups above, for one compute unit already found: the first clock reference named
+  // `clockRefName` (outputs left as they came when there is none), and the name of the first
+  // clock reference with a requested frequency (false when there is none; the name found may
+  // be empty). The flow report uses
+  // them with its own index of compute units.
+  static void clockRefInfo(ProfileAnalyzerSystemDiagramSerializable::computeUnit const& unit,
+                           std::string const& clockRefName, std::string& clockId,
+                           std::string& requested, std::string& achieved);
+  static bool requestedClockPortName(
+      ProfileAnalyzerSystemDiagramSerializable::computeUnit const& unit, std::string& name);
+
   std::vector<std::string> computeUnitNames() override;
   std::string kernelNameFromComputeUnitName(std::string const& computeUnitName) const override;
   void setComputeUnitBaseAddress(std::string const& kernelName, std::string const& computeUnitName,

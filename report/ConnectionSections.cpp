@@ -2,8 +2,10 @@
 
 #include <set>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
+#include "diagram/TextConversions.h"
 #include "report/FlowReportFrame.h"
 
 namespace IPA {
@@ -36,6 +38,52 @@ struct InterfaceGroups {
   std::vector<std::string> computeUnitToIp;
 };
 
+// The compute units of the diagram's stored tree, by `id` and by `name`, each list in the order of
+// the tree (user regions, then compute units). A large design has a clock and a reset connection
+// for every compute unit; asking the diagram's own lookups for each would go through all compute
+// units every time. The two answers below walk only the units of the key, with the same loop as
+// ProfileAnalyzerSystemDiagram::getComputeUnitClockInfo and getComputeUnitClockPortName (and the
+// same per-unit steps), so they give the same results, "first match" and "go on to the next unit"
+// rules included. The index borrows the tree, which the report only reads.
+class ComputeUnitIndex {
+ public:
+  explicit ComputeUnitIndex(pb::qrxBin const& stored) {
+    for (auto const& region : stored.user_regions()) {
+      for (auto const& unit : region.compute_units()) {
+        unitsById_[unit.id()].push_back(&unit);
+        unitsByName_[unit.name()].push_back(&unit);
+      }
+    }
+  }
+
+  // As ProfileAnalyzerSystemDiagram::getComputeUnitClockInfo.
+  void clockInfo(std::string const& computeUnitId, std::string const& clockRefName,
+                 std::string& clockId, std::string& requested, std::string& achieved) const {
+    auto const found = unitsById_.find(computeUnitId);
+    if (found == unitsById_.end()) return;
+    for (pb::computeUnit const* unit : found->second) {
+      ProfileAnalyzerSystemDiagram::clockRefInfo(*unit, clockRefName, clockId, requested, achieved);
+      if (!clockId.empty()) return;
+    }
+  }
+
+  // As ProfileAnalyzerSystemDiagram::getComputeUnitClockPortName.
+  std::string clockPortName(std::string const& computeUnitName) const {
+    auto const found = unitsByName_.find(computeUnitName);
+    if (found == unitsByName_.end()) return "";
+    for (pb::computeUnit const* unit : found->second) {
+      std::string name;
+      if (ProfileAnalyzerSystemDiagram::requestedClockPortName(*unit, name)) return name;
+    }
+    return "";
+  }
+
+ private:
+  using Units = std::vector<pb::computeUnit const*>;
+  std::unordered_map<std::string, Units> unitsById_;
+  std::unordered_map<std::string, Units> unitsByName_;
+};
+
 std::string pinOf(pb::Node const& node) { return node.instance() + "/" + node.pin(); }
 
 SortedConnections sortConnections(pb::qrxBin const& binary) {
@@ -65,8 +113,8 @@ InterfaceGroups groupInterfaceConnections(std::vector<pb::Connectivity> const& c
   for (auto const& connection : connections) {
     pb::Node const& source = connection.source();
     pb::Node const& destination = connection.destination();
-    std::string const block = "Source Pin: " + pinOf(source) + "\n" +
-                              "Destination Pin: " + pinOf(destination) + "\n";
+    std::string const block =
+        "Source Pin: " + pinOf(source) + "\n" + "Destination Pin: " + pinOf(destination) + "\n";
 
     if (source.type() == kComputeUnit && destination.type() == kComputeUnit) {
       // The import stores these links before their pins are known; they stay out of the report
@@ -115,12 +163,11 @@ void writeFrequencyLine(std::ostream& out, char const* label, std::string const&
 // compute unit's own requested and achieved frequencies win over the platform clock's; an empty
 // text (a frequency of 0 included) lets the platform's value step in.
 void writeComputeUnitClock(std::ostream& out, ProfileAnalyzerSystemDiagram const& diagram,
-                           pb::Node const& destination) {
+                           ComputeUnitIndex const& units, pb::Node const& destination) {
   std::string clockId;
   std::string unitRequested;
   std::string unitAchieved;
-  diagram.getComputeUnitClockInfo(destination.id(), destination.pin(), clockId, unitRequested,
-                                  unitAchieved);
+  units.clockInfo(destination.id(), destination.pin(), clockId, unitRequested, unitAchieved);
   if (clockId.empty() || clockId == kUnassignedClockId) return;
 
   std::string platformFrequency;
@@ -137,6 +184,7 @@ void writeComputeUnitClock(std::ostream& out, ProfileAnalyzerSystemDiagram const
 }
 
 void writeClockConnections(std::ostream& out, ProfileAnalyzerSystemDiagram const& diagram,
+                           ComputeUnitIndex const& units,
                            std::vector<pb::Connectivity> const& connections) {
   writeSectionTitle(out, "3. Clock Connections");
   for (auto const& connection : connections) {
@@ -144,7 +192,7 @@ void writeClockConnections(std::ostream& out, ProfileAnalyzerSystemDiagram const
     pb::Node const& destination = connection.destination();
     if (destination.type() == kComputeUnit) {
       out << "Compute Unit: " << destination.instance() << std::endl;
-      writeComputeUnitClock(out, diagram, destination);
+      writeComputeUnitClock(out, diagram, units, destination);
     } else if (destination.type() == kIpClock) {
       out << "Clock Instance: " << destination.instance() << std::endl;
     }
@@ -156,7 +204,7 @@ void writeClockConnections(std::ostream& out, ProfileAnalyzerSystemDiagram const
   }
 }
 
-void writeResetConnections(std::ostream& out, ProfileAnalyzerSystemDiagram const& diagram,
+void writeResetConnections(std::ostream& out, ComputeUnitIndex const& units,
                            std::vector<pb::Connectivity> const& connections) {
   writeSectionTitle(out, "4. Reset Connections");
   for (auto const& connection : connections) {
@@ -166,7 +214,7 @@ void writeResetConnections(std::ostream& out, ProfileAnalyzerSystemDiagram const
     out << "Compute Unit: " << destination.instance() << std::endl;
     out << "Source Pin: " << pinOf(source) << std::endl;
     out << "Destination Pin: " << pinOf(destination) << std::endl;
-    std::string const clockPin = diagram.getComputeUnitClockPortName(destination.instance());
+    std::string const clockPin = units.clockPortName(destination.instance());
     if (!clockPin.empty()) {
       out << "Associated Clock Pin: " << destination.instance() << "/" << clockPin << std::endl;
     }
@@ -176,12 +224,14 @@ void writeResetConnections(std::ostream& out, ProfileAnalyzerSystemDiagram const
 
 }  // namespace
 
-void writeConnectionSections(ProfileAnalyzerSystemDiagram const& diagram,
-                             pb::qrxBin const& binary, std::ostream& out) {
+void writeConnectionSections(ProfileAnalyzerSystemDiagram const& diagram, pb::qrxBin const& binary,
+                             std::ostream& out) {
   SortedConnections const sorted = sortConnections(binary);
+  // The lookups answer from the diagram's own tree, which need not be `binary`.
+  ComputeUnitIndex const units(diagram.getContainer()->system_diagram_metadata().qrxbin());
   writeInterfaceConnections(out, sorted.interfaceConnections);
-  writeClockConnections(out, diagram, sorted.clockConnections);
-  writeResetConnections(out, diagram, sorted.resetConnections);
+  writeClockConnections(out, diagram, units, sorted.clockConnections);
+  writeResetConnections(out, units, sorted.resetConnections);
 }
 
 }  // namespace IPA

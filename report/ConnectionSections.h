@@ -14,9 +14,11 @@ namespace IPA {
 // taken in order. The flow report calls this between section 1 and section 5.
 //
 // `binary` is the diagram's own qrxBin section as writeFlowReport passes it; `diagram` answers
-// the clock lookups (getComputeUnitClockInfo, getQsaClockFrequencies,
-// getComputeUnitClockPortName), which read its stored tree and change nothing. Both are only
-// borrowed for the call.
+// the clock lookups, which read its stored tree and change nothing: getQsaClockFrequencies
+// itself, and the answers of getComputeUnitClockInfo and getComputeUnitClockPortName from an
+// index of the tree's compute units made once per call, so that the time grows with the number
+// of connections and not with its product with the number of compute units. Both are only
+// borrowed for the call, and the tree must not change during it.
 //
 // A connection is reported by the `type` of its source: "ip_reset" in section 4, "bd_clock" and
 // "ip_clock" in section 3, "ip" in section 2, and "compute_unit" in section 2 when the

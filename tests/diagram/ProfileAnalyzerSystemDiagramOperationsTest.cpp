@@ -1441,6 +1441,16 @@ TEST_F(ProfileAnalyzerSystemDiagramOperationsTest,
 }
 
 TEST_F(ProfileAnalyzerSystemDiagramOperationsTest,
+       GetComputeUnitClockPortNameStopsAtAQualifyingReferenceWithAnEmptyName) {
+  load(withQrxBin(R"(
+    user_regions {
+      compute_units { id: "0" name: "vadd_1" clock_refs { name: "" requested_frequency: 100 } }
+      compute_units { id: "1" name: "vadd_1" clock_refs { name: "late" requested_frequency: 250 } }
+    })"));
+  EXPECT_EQ(diagram.getComputeUnitClockPortName("vadd_1"), "");
+}
+
+TEST_F(ProfileAnalyzerSystemDiagramOperationsTest,
        GetComputeUnitClockPortNameIsEmptyWhenNoClockRefQualifies) {
   load(withQrxBin(R"(
     user_regions {
