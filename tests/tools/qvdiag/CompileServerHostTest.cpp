@@ -1,0 +1,201 @@
+#include "tools/qvdiag/CompileServerHost.h"
+
+#include <sys/socket.h>
+#include <sys/stat.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+#include <fstream>
+#include <memory>
+#include <string>
+#include <thread>
+
+#include <boost/filesystem.hpp>
+#include <gtest/gtest.h>
+
+#include "proto/system_diagram_server.pb.h"
+#include "tests/support/TempDir.h"
+#include "tools/qvdiag/RemoteClient.h"
+#include "tools/qvdiag/RequestTypes.h"
+#include "tools/qvdiag/ServiceHost.h"
+
+namespace qvdiag {
+namespace {
+
+namespace wire = dispatch::system_diagram_server;
+
+class CompileServerHostTest : public ::testing::Test {
+ protected:
+  static ServiceHost::Settings settings() {
+    ServiceHost::Settings made;
+    made.libraryPath = QV_LIBRARY_PATH;
+    made.logLevel = -1;  // the refusals below are expected; keep the test's output clean
+    return made;
+  }
+
+  static dispatch::Session session(std::string const& uuid, std::string const& name = "") {
+    dispatch::Session made;
+    made.set_uuid(uuid);
+    made.set_name(name);
+    return made;
+  }
+
+  // The gRPC failure text of `call`, or "" when it succeeds.
+  template <class Call>
+  static std::string failureOf(Call call) {
+    try {
+      call();
+    } catch (std::runtime_error const& error) {
+      return error.what();
+    }
+    return "";
+  }
+
+  qvtest::TempDir dir;
+  std::string const socketPath = dir.file("server.sock");
+  ListenAddress const address = ListenAddress::parse("unix:" + socketPath);
+  ServiceHost host{settings()};
+};
+
+TEST_F(CompileServerHostTest, SocketIsTheOwnersAloneAndGoesAwayOnShutdown) {
+  auto server = std::make_unique<CompileServerHost>(host.connections(), address);
+  EXPECT_EQ(server->target(), "unix:" + socketPath);
+  struct stat status {};
+  ASSERT_EQ(::stat(socketPath.c_str(), &status), 0);
+  EXPECT_TRUE(S_ISSOCK(status.st_mode));
+  EXPECT_EQ(status.st_mode & 0777, 0600u);
+  server->shutdown();
+  EXPECT_FALSE(boost::filesystem::exists(socketPath));
+  server->shutdown();  // twice is harmless
+}
+
+TEST_F(CompileServerHostTest, SessionsAndRequestsTravelOverTheSocket) {
+  CompileServerHost server(host.connections(), address);
+  RemoteClient client(address);
+  dispatch::Session const created = client.createSession(session("", "first"));
+  EXPECT_EQ(created.name(), "first");
+  EXPECT_EQ(created.uuid().size(), 36u);
+
+  wire::UpsertQrxBinGeneratedBy upsert;
+  upsert.mutable_generatedby()->set_name("tool");
+  dispatch::Response const upserted =
+      client.dispatch(RequestTypes::request(created.uuid(), upsert));
+  EXPECT_EQ(upserted.status().code(), 200);
+  EXPECT_EQ(upserted.status().message(), "OK");
+
+  dispatch::Session const forked = client.forkSession(created.uuid(), session("copy"));
+  EXPECT_EQ(forked.uuid(), "copy");
+  dispatch::Response const answered =
+      client.dispatch(RequestTypes::request("copy", wire::GetQrxBinGeneratedBy()));
+  EXPECT_EQ(answered.status().code(), 200);
+  ProfileAnalyzerSystemDiagramSerializable::qrxBinGeneratedBy generatedBy;
+  ASSERT_TRUE(answered.payload().UnpackTo(&generatedBy));
+  EXPECT_EQ(generatedBy.name(), "tool");
+
+  dispatch::StatusResponse const removed = client.removeSession(session("copy"));
+  EXPECT_EQ(removed.code(), 200);
+  EXPECT_EQ(removed.message(), "OK");
+  dispatch::Response const gone =
+      client.dispatch(RequestTypes::request("copy", wire::GetQrxBinGeneratedBy()));
+  EXPECT_EQ(gone.status().code(), 500);
+}
+
+TEST_F(CompileServerHostTest, SessionTableRefusalsBecomeGrpcStatusesWithTheirText) {
+  CompileServerHost server(host.connections(), address);
+  RemoteClient client(address);
+  client.createSession(session("taken"));
+  std::string const at = " at unix:" + socketPath + " failed with ";
+  EXPECT_EQ(failureOf([&] { client.createSession(session("taken")); }),
+            "CreateSession" + at +
+                "ALREADY_EXISTS: SYSTEM_DIAGRAM: ERROR, a session already exists with UUID: "
+                "'taken'");
+  EXPECT_EQ(failureOf([&] { client.removeSession(session("absent")); }),
+            "RemoveSession" + at +
+                "NOT_FOUND: SYSTEM_DIAGRAM: ERROR, no session with UUID 'absent' found to "
+                "remove");
+  EXPECT_EQ(failureOf([&] { client.forkSession("absent", session("new")); }),
+            "ForkSession" + at +
+                "NOT_FOUND: SYSTEM_DIAGRAM: ERROR, no session with UUID 'absent' found to "
+                "fork from");
+  EXPECT_EQ(failureOf([&] { client.forkSession("", session("new")); }),
+            "ForkSession" + at +
+                "INVALID_ARGUMENT: SYSTEM_DIAGRAM: ERROR, UUID is empty in forkSession");
+  // The server goes on serving.
+  EXPECT_EQ(client.createSession(session("after")).uuid(), "after");
+}
+
+TEST_F(CompileServerHostTest, PathOfARunningServerIsRefusedAndThatServerKeepsServing) {
+  CompileServerHost first(host.connections(), address);
+  try {
+    CompileServerHost second(host.connections(), address);
+    FAIL() << "took the socket over";
+  } catch (std::runtime_error const& error) {
+    EXPECT_EQ(std::string(error.what()),
+              "the socket path '" + socketPath +
+                  "' is in use by a running server; stop it or choose another with --listen "
+                  "unix:PATH");
+  }
+  RemoteClient client(address);
+  EXPECT_EQ(client.createSession(session("still")).uuid(), "still");
+}
+
+TEST_F(CompileServerHostTest, PathOfAnOrdinaryFileIsRefusedAndKept) {
+  std::ofstream(socketPath) << "precious";
+  try {
+    CompileServerHost server(host.connections(), address);
+    FAIL() << "took the path over";
+  } catch (std::runtime_error const& error) {
+    EXPECT_EQ(std::string(error.what()),
+              "the socket path '" + socketPath +
+                  "' is taken by a file that is not a socket; choose another with --listen "
+                  "unix:PATH");
+  }
+  std::ifstream kept(socketPath);
+  std::string text;
+  kept >> text;
+  EXPECT_EQ(text, "precious");
+}
+
+TEST_F(CompileServerHostTest, StaleSocketOfAServerThatIsGoneIsReplaced) {
+  // A socket file that nobody listens on any more, as a killed server leaves it.
+  int const fd = ::socket(AF_UNIX, SOCK_STREAM, 0);
+  sockaddr_un name{};
+  name.sun_family = AF_UNIX;
+  std::copy(socketPath.begin(), socketPath.end(), name.sun_path);
+  ASSERT_EQ(::bind(fd, reinterpret_cast<sockaddr*>(&name), sizeof(name)), 0);
+  ::close(fd);
+  EXPECT_FALSE(CompileServerHost::socketAnswers(socketPath));
+
+  CompileServerHost server(host.connections(), address);
+  EXPECT_TRUE(CompileServerHost::socketAnswers(socketPath));
+  RemoteClient client(address);
+  EXPECT_EQ(client.createSession(session("fresh")).uuid(), "fresh");
+}
+
+TEST_F(CompileServerHostTest, LoopbackTcpWithPortZeroGetsAPortOfItsOwn) {
+  CompileServerHost server(host.connections(), ListenAddress::parse("tcp:0"));
+  std::string const target = server.target();
+  ASSERT_EQ(target.rfind("127.0.0.1:", 0), 0u) << target;
+  EXPECT_NE(target, "127.0.0.1:0");
+  RemoteClient client(ListenAddress::parse(target));
+  EXPECT_EQ(client.createSession(session("tcp")).uuid(), "tcp");
+}
+
+TEST_F(CompileServerHostTest, UnreachableServerIsNamedWithUnavailable) {
+  RemoteClient client(address);
+  std::string const text = failureOf([&] { client.createSession(session("x")); });
+  EXPECT_EQ(text.rfind("CreateSession at unix:" + socketPath + " failed with UNAVAILABLE: ", 0),
+            0u)
+      << text;
+}
+
+TEST_F(CompileServerHostTest, ShutdownFromAnotherThreadEndsWait) {
+  CompileServerHost server(host.connections(), address);
+  std::thread stopper([&server] { server.shutdown(); });
+  server.wait();
+  stopper.join();
+  EXPECT_FALSE(boost::filesystem::exists(socketPath));
+}
+
+}  // namespace
+}  // namespace qvdiag

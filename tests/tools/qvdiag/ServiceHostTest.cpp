@@ -1,0 +1,90 @@
+#include "tools/qvdiag/ServiceHost.h"
+
+#include <fstream>
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "platform/hut/HUTEnv.h"
+#include "platform/mvk/NativeObjectService.h"
+#include "tests/support/Golden.h"
+#include "tests/support/TempDir.h"
+
+namespace qvdiag {
+namespace {
+
+class ServiceHostTest : public ::testing::Test {
+ protected:
+  ServiceHost::Settings settings() const {
+    ServiceHost::Settings made;
+    made.libraryPath = QV_LIBRARY_PATH;
+    return made;
+  }
+
+  qvtest::TempDir dir;
+};
+
+TEST_F(ServiceHostTest, LoadsTheLibraryAndAppliesTheSettingsUntilDestroyed) {
+  ServiceHost::Settings given = settings();
+  given.platformPath = {"/a", "/b"};
+  given.timestamp = "Mon Jan  5 10:00:00 2026";
+  {
+    ServiceHost host(given);
+    EXPECT_NE(host.connections().findHandler("dispatch.system_diagram_server"), nullptr);
+    EXPECT_EQ(mvk::platform::NativeObjectService::searchPath(),
+              (std::vector<std::string>{"/a", "/b"}));
+    std::string stamp;
+    HUTEnv::getTimeStamp(stamp);
+    EXPECT_EQ(stamp, "Mon Jan  5 10:00:00 2026");
+  }
+  EXPECT_TRUE(mvk::platform::NativeObjectService::searchPath().empty());
+  std::string stamp;
+  HUTEnv::getTimeStamp(stamp);
+  EXPECT_NE(stamp, "Mon Jan  5 10:00:00 2026");
+}
+
+TEST_F(ServiceHostTest, TraceGoesToTheLogFileAtTheGivenLevel) {
+  ServiceHost::Settings given = settings();
+  given.logFile = dir.file("server.log");
+  given.logLevel = dispatch::server::kLogEvent;
+  {
+    ServiceHost host(given);
+    dispatch::Session session;
+    session.set_uuid("s1");
+    host.connections().createSession(session);
+    dispatch::server::Logger::getLogger(dispatch::server::kLogEvent) << "event" << std::endl;
+    dispatch::server::Logger::getLogger(dispatch::server::kLogDebug) << "debug" << std::endl;
+  }
+  EXPECT_EQ(qvtest::readFile(dir.file("server.log")),
+            "SYSTEM_DIAGRAM: creating session with uuid: 's1' and name ''\nevent\n");
+}
+
+TEST_F(ServiceHostTest, UnloadableLibraryIsNamed) {
+  ServiceHost::Settings given = settings();
+  given.libraryPath = dir.file("libmissing.so");
+  try {
+    ServiceHost host(given);
+    FAIL() << "loaded";
+  } catch (std::runtime_error const& error) {
+    std::string const text = error.what();
+    EXPECT_EQ(text.rfind("cannot load service library '" + dir.file("libmissing.so") + "': ", 0),
+              0u)
+        << text;
+  }
+}
+
+TEST_F(ServiceHostTest, UnwritableLogFileIsNamed) {
+  ServiceHost::Settings given = settings();
+  given.logFile = dir.file("no/such/dir/server.log");
+  try {
+    ServiceHost host(given);
+    FAIL() << "opened";
+  } catch (std::runtime_error const& error) {
+    EXPECT_EQ(std::string(error.what()),
+              "cannot open the log file '" + dir.file("no/such/dir/server.log") +
+                  "' for writing: No such file or directory");
+  }
+}
+
+}  // namespace
+}  // namespace qvdiag

@@ -1,0 +1,177 @@
+#include "tools/qvdiag/FlowBuild.h"
+
+#include <chrono>
+#include <sstream>
+#include <stdexcept>
+
+#include <boost/filesystem.hpp>
+
+#include "platform/dispatch/Logger.h"
+#include "platform/dispatch/RequestHandler.h"
+#include "platform/hut/HUTEnv.h"
+#include "proto/system_diagram_server.pb.h"
+#include "tools/qvdiag/RequestTypes.h"
+
+#ifndef QV_VERSION
+#error "QV_VERSION must be defined by the build"
+#endif
+
+namespace qvdiag {
+namespace {
+
+namespace fs = boost::filesystem;
+namespace wire = dispatch::system_diagram_server;
+
+// The last line of `text` that is not empty.
+std::string lastLine(std::string const& text) {
+  std::istringstream lines(text);
+  std::string line;
+  std::string last;
+  while (std::getline(lines, line)) {
+    if (!line.empty()) last = line;
+  }
+  return last;
+}
+
+// Removes the session of the flow however run() ends.
+class SessionGuard {
+ public:
+  SessionGuard(dispatch::server::ConnectionMgr& connections, std::string const& uuid)
+      : connections_(connections) {
+    session_.set_name("qvdiag build");
+    session_.set_uuid(uuid);
+    connections_.createSession(session_);
+  }
+  ~SessionGuard() {
+    try {
+      connections_.removeSession(session_);
+    } catch (std::exception const&) {
+      // The flow's own error, if any, is the one worth reporting.
+    }
+  }
+  SessionGuard(SessionGuard const&) = delete;
+  SessionGuard& operator=(SessionGuard const&) = delete;
+
+ private:
+  dispatch::server::ConnectionMgr& connections_;
+  dispatch::Session session_;
+};
+
+}  // namespace
+
+FlowBuild::Inputs FlowBuild::withDefaults(Inputs inputs) {
+  fs::path const rtd(inputs.rtdFile);
+  if (inputs.kernelsFile.empty()) {
+    inputs.kernelsFile = (rtd.parent_path() / "kernels.txt").string();
+  }
+  if (inputs.generatedName.empty()) inputs.generatedName = "qvdiag";
+  if (inputs.generatedVersion.empty()) inputs.generatedVersion = QV_VERSION;
+  if (inputs.generatedChangeList.empty()) inputs.generatedChangeList = "local";
+  if (inputs.generatedTimestamp.empty()) HUTEnv::getTimeStamp(inputs.generatedTimestamp);
+  if (inputs.generatedDetailA.empty()) inputs.generatedDetailA = rtd.filename().string();
+  if (inputs.generatedDetailB.empty()) inputs.generatedDetailB = inputs.platform;
+  if (inputs.binaryLabel.empty()) {
+    fs::path label = rtd.filename();
+    if (label.extension() == ".json") label = label.stem();
+    if (label.extension() == ".rtd") label = label.stem();
+    inputs.binaryLabel = label.string();
+  }
+  if (inputs.outDir.empty()) inputs.outDir = ".";
+  return inputs;
+}
+
+FlowBuild::FlowBuild(ServiceHost& host, std::ostream& progress)
+    : host_(host), progress_(progress) {}
+
+FlowBuild::Result FlowBuild::run(Inputs const& given) {
+  Inputs const inputs = withDefaults(given);
+  Result result;
+  result.diagramFile = (fs::path(inputs.outDir) / kDiagramFileName).string();
+  result.reportFile = (fs::path(inputs.outDir) / kReportFileName).string();
+
+  boost::system::error_code error;
+  fs::create_directories(inputs.outDir, error);
+  if (error) {
+    throw std::runtime_error("cannot create the output directory '" + inputs.outDir +
+                             "': " + error.message());
+  }
+
+  auto const started = std::chrono::steady_clock::now();
+  step_ = 0;
+  steps_ = 3 + (inputs.afterImplRtdFile.empty() ? 0 : 1) +
+           static_cast<int>(inputs.utilizationFiles.size());
+  sessionUuid_ = dispatch::server::ConnectionMgr::freshUuid();
+  SessionGuard session(host_.connections(), sessionUuid_);
+
+  wire::MakeInitialSystemDiagram make;
+  make.set_rtdfile(inputs.rtdFile);
+  make.set_platform(inputs.platform);
+  make.set_generatedname(inputs.generatedName);
+  make.set_generatedversion(inputs.generatedVersion);
+  make.set_generatedchangelist(inputs.generatedChangeList);
+  make.set_generatedtimestamp(inputs.generatedTimestamp);
+  make.set_generateddetaila(inputs.generatedDetailA);
+  make.set_generateddetailb(inputs.generatedDetailB);
+  make.set_kernelsfile(inputs.kernelsFile);
+  make.set_binarylabel(inputs.binaryLabel);
+  make.set_generatedflag(inputs.generatedFlag);
+  send("MakeInitialSystemDiagram from " + inputs.rtdFile + " on " + inputs.platform, make);
+
+  if (!inputs.afterImplRtdFile.empty()) {
+    wire::UpdateSystemDiagramAfterBrenloRuns update;
+    update.set_rtdfile(inputs.afterImplRtdFile);
+    send("UpdateSystemDiagramAfterBrenloRuns from " + inputs.afterImplRtdFile, update);
+  }
+  for (std::string const& file : inputs.utilizationFiles) {
+    wire::UtilizationDuringBrenloRun utilization;
+    utilization.add_utilizationfiles(file);
+    send("UtilizationDuringBrenloRun from " + file, utilization);
+  }
+
+  wire::WriteSystemDiagram write;
+  write.set_path(result.diagramFile);
+  send("WriteSystemDiagram to " + result.diagramFile, write);
+  wire::WriteFlowReport report;
+  report.set_path(result.reportFile);
+  send("WriteFlowReport to " + result.reportFile, report);
+  progress_ << "qvdiag build: " << steps_ << " requests served in "
+            << std::chrono::duration_cast<std::chrono::milliseconds>(
+                   std::chrono::steady_clock::now() - started)
+                   .count()
+            << " ms" << std::endl;
+  return result;
+}
+
+void FlowBuild::send(std::string const& what, google::protobuf::Message const& payload) {
+  ++step_;
+  progress_ << "[" << step_ << "/" << steps_ << "] " << what << std::endl;
+
+  // The service logs the reason of a failure, not the client; keep what it logs during the
+  // request so that the failure can name it, then pass it on to the trace as usual.
+  std::ostringstream trace;
+  dispatch::Response response;
+  dispatch::server::Logger::setStream(&trace);
+  try {
+    host_.connections().dispatch(RequestTypes::request(sessionUuid_, payload), response);
+  } catch (...) {
+    dispatch::server::Logger::setStream(&host_.traceStream());
+    host_.traceStream() << trace.str() << std::flush;
+    throw;
+  }
+  dispatch::server::Logger::setStream(&host_.traceStream());
+  host_.traceStream() << trace.str() << std::flush;
+
+  std::string const type = payload.GetDescriptor()->name();
+  if (!response.has_status()) {
+    throw std::runtime_error(type + " was not answered by the service");
+  }
+  int const code = response.status().code();
+  if (code != dispatch::StatusResponse::OK) {
+    std::string const reason = lastLine(trace.str());
+    throw std::runtime_error(type + " failed: " + std::to_string(code) + " " +
+                             response.status().message() +
+                             (reason.empty() ? std::string() : ": " + reason));
+  }
+}
+
+}  // namespace qvdiag

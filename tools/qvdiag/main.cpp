@@ -1,0 +1,284 @@
+// qvdiag: the command line of qv_system_diagram. See docs/qvdiag.md.
+//
+//   qvdiag build    the whole flow of one design, in-process
+//   qvdiag serve    the compile server: the library over gRPC
+//   qvdiag call     one request to a running server
+//   qvdiag session  create, fork and remove sessions of a running server
+#include <pthread.h>
+#include <signal.h>
+
+#include <fstream>
+#include <iostream>
+#include <sstream>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include <CLI/CLI.hpp>
+
+#include "platform/dispatch/RequestHandler.h"
+#include "tools/qvdiag/CompileServerHost.h"
+#include "tools/qvdiag/DiagramSummary.h"
+#include "tools/qvdiag/ExitCode.h"
+#include "tools/qvdiag/FlowBuild.h"
+#include "tools/qvdiag/ListenAddress.h"
+#include "tools/qvdiag/RemoteClient.h"
+#include "tools/qvdiag/RequestTypes.h"
+#include "tools/qvdiag/ServiceHost.h"
+#include "tools/qvdiag/UsageError.h"
+
+namespace {
+
+using namespace qvdiag;
+
+// The options shared by the two commands that host the library.
+void addHostOptions(CLI::App& command, ServiceHost::Settings& settings) {
+  command.add_option("--library", settings.libraryPath,
+                     "The service library to load (default: libqv_system_diagram.so beside "
+                     "qvdiag, else in ../lib)");
+  command.add_option("--platform-path", settings.platformPath,
+                     "A directory searched for <platform>.json and <platform>/platform.json; "
+                     "repeat for more, searched in order")
+      ->check(CLI::ExistingDirectory);
+  command.add_option("--timestamp", settings.timestamp,
+                     "A fixed time stamp for reports and the build record, for reproducible "
+                     "output (default: the clock)");
+  command.add_option("--log", settings.logFile,
+                     "Append the service trace to FILE (default: standard error)");
+  command.add_option("--log-level", settings.logLevel,
+                     "Trace lines of this level and more serious: 0 errors, 1 failed requests, "
+                     "2 warnings, 3 session events, 4 request entry and exit, 5 everything")
+      ->check(CLI::Range(0, 5))
+      ->default_val(1);
+}
+
+std::string readFile(std::string const& path) {
+  std::ifstream in(path);
+  if (!in) throw UsageError("cannot read '" + path + "'");
+  std::stringstream text;
+  text << in.rdbuf();
+  return text.str();
+}
+
+int runBuild(ServiceHost::Settings const& settings, FlowBuild::Inputs const& inputs) {
+  ServiceHost host(settings);
+  FlowBuild flow(host, std::cerr);
+  FlowBuild::Result const written = flow.run(inputs);
+  DiagramSummary const summary = DiagramSummary::fromFile(written.diagramFile);
+  std::cout << "qvdiag build: system diagram of " << FlowBuild::withDefaults(inputs).binaryLabel
+            << '\n';
+  summary.print(std::cout);
+  std::cout << "  diagram          " << written.diagramFile << '\n'
+            << "  flow report      " << written.reportFile << std::endl;
+  return kExitSuccess;
+}
+
+int runServe(ServiceHost::Settings const& settings, std::string const& listen) {
+  ListenAddress const address =
+      listen.empty() ? ListenAddress::defaultAddress() : ListenAddress::parse(listen);
+  // SIGINT and SIGTERM are taken by one thread of ours only: blocked here, before gRPC starts
+  // its threads, which inherit the mask.
+  sigset_t stopSignals;
+  sigemptyset(&stopSignals);
+  sigaddset(&stopSignals, SIGINT);
+  sigaddset(&stopSignals, SIGTERM);
+  pthread_sigmask(SIG_BLOCK, &stopSignals, nullptr);
+  signal(SIGPIPE, SIG_IGN);
+
+  ServiceHost host(settings);
+  if (!address.isLoopback()) {
+    std::cerr << "qvdiag serve: warning: " << address.target()
+              << " is not a loopback address; the server has no authentication" << std::endl;
+  }
+  CompileServerHost server(host.connections(), address);
+  std::thread stopper([&server, &stopSignals] {
+    int signal = 0;
+    sigwait(&stopSignals, &signal);
+    std::cerr << "qvdiag serve: " << (signal == SIGINT ? "SIGINT" : "SIGTERM")
+              << ": finishing running requests" << std::endl;
+    server.shutdown();
+  });
+  dispatch::Version const version = RequestTypes::serviceVersion();
+  std::cout << "qvdiag serve: listening on " << server.target() << " (service "
+            << RequestTypes::kServiceName << " " << version.major() << "." << version.minor()
+            << "." << version.patch() << ", library " << host.libraryPath() << ")" << std::endl;
+  server.wait();
+  stopper.join();
+  std::cerr << "qvdiag serve: stopped" << std::endl;
+  return kExitSuccess;
+}
+
+ListenAddress serverAddress(std::string const& text) {
+  return text.empty() ? ListenAddress::defaultAddress() : ListenAddress::parse(text);
+}
+
+int runCall(std::string const& server, std::string const& session, std::string const& type,
+            std::string const& json, std::string const& jsonFile) {
+  std::string const payloadJson = !jsonFile.empty() ? readFile(jsonFile)
+                                  : !json.empty()   ? json
+                                                    : std::string("{}");
+  std::unique_ptr<google::protobuf::Message> payload = RequestTypes::fromJson(type, payloadJson);
+  RemoteClient client(serverAddress(server));
+  dispatch::Response const response = client.dispatch(RequestTypes::request(session, *payload));
+  std::cout << RequestTypes::toJson(response) << std::endl;
+  if (!response.has_status()) {
+    std::cerr << "qvdiag call: the service gave no status to " << type << std::endl;
+    return kExitFailure;
+  }
+  if (response.status().code() != dispatch::StatusResponse::OK) {
+    std::cerr << "qvdiag call: " << type << " was answered " << response.status().code() << " "
+              << response.status().message()
+              << (response.status().code() == dispatch::StatusResponse::INTERNAL_SERVER_ERROR
+                      ? "; the reason is in the server's log"
+                      : "")
+              << std::endl;
+    return kExitFailure;
+  }
+  return kExitSuccess;
+}
+
+dispatch::Session sessionOf(std::string const& uuid, std::string const& name) {
+  dispatch::Session session;
+  session.set_uuid(uuid);
+  session.set_name(name);
+  return session;
+}
+
+// Text of the exception being handled, for the one line qvdiag prints on failure.
+int failed(char const* command, std::exception const& error, int code) {
+  std::cerr << "qvdiag " << command << ": " << error.what() << std::endl;
+  return code;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  CLI::App app{"qvdiag: builds, serves and queries system diagrams of accelerated designs"};
+  app.require_subcommand(1);
+  app.set_version_flag("--version", std::string("qvdiag ") + QV_VERSION);
+
+  // build
+  ServiceHost::Settings buildSettings;
+  FlowBuild::Inputs inputs;
+  CLI::App* build = app.add_subcommand(
+      "build",
+      "Run the whole flow of one design in-process: import the rtd file, update it after "
+      "implementation, merge resource reports, write system_diagram.json and flow_report.txt");
+  build->add_option("--rtd", inputs.rtdFile, "The run-time data file written after linking")
+      ->required()
+      ->check(CLI::ExistingFile);
+  build->add_option("--platform", inputs.platform,
+                    "The platform: a name found on --platform-path, or the path of its JSON file")
+      ->required();
+  build->add_option("--kernels", inputs.kernelsFile,
+                    "The kernels file (default: kernels.txt beside the rtd file; a missing one "
+                    "means no kernels)");
+  build->add_option("--after-impl-rtd", inputs.afterImplRtdFile,
+                    "The run-time data file written again after implementation")
+      ->check(CLI::ExistingFile);
+  build->add_option("--utilization", inputs.utilizationFiles,
+                    "A resource report of an implementation stage; repeat for more, merged in "
+                    "order")
+      ->check(CLI::ExistingFile);
+  build->add_option("--out-dir", inputs.outDir, "Where the two files are written (created)")
+      ->default_val(".");
+  build->add_option("--label", inputs.binaryLabel,
+                    "The binary's label (default: the rtd file's name without .rtd.json)");
+  build->add_option("--generated-name", inputs.generatedName,
+                    "Generator name of the build record (default: qvdiag)");
+  build->add_option("--generated-version", inputs.generatedVersion,
+                    "Generator version (default: qvdiag's version)");
+  build->add_option("--generated-change-list", inputs.generatedChangeList,
+                    "Generator change list (default: local)");
+  build->add_option("--generated-timestamp", inputs.generatedTimestamp,
+                    "Time stamp of the build record (default: --timestamp, else now)");
+  build->add_option("--generated-detail-a", inputs.generatedDetailA,
+                    "First detail of the build record (default: the rtd file's name)");
+  build->add_option("--generated-detail-b", inputs.generatedDetailB,
+                    "Second detail of the build record (default: the platform as given)");
+  build->add_flag("--generated-flag", inputs.generatedFlag, "Set the build record's flag");
+  addHostOptions(*build, buildSettings);
+
+  // serve
+  ServiceHost::Settings serveSettings;
+  std::string listen;
+  CLI::App* serve = app.add_subcommand(
+      "serve",
+      "Serve the library over gRPC (CompileServer and grpc.health.v1.Health) until SIGINT or "
+      "SIGTERM");
+  serve->add_option("--listen", listen,
+                    "unix:PATH (mode 0600), tcp:PORT or PORT (on 127.0.0.1), or HOST:PORT "
+                    "(default: unix:/tmp/qvdiag-<uid>.sock)");
+  addHostOptions(*serve, serveSettings);
+
+  // call
+  std::string callServer, callSession, callType, callJson, callJsonFile;
+  CLI::App* call = app.add_subcommand(
+      "call", "Send one request to a running server and print its response as JSON");
+  call->add_option("--server", callServer,
+                   "The server's address, as for serve --listen (default: "
+                   "unix:/tmp/qvdiag-<uid>.sock)");
+  call->add_option("--session", callSession, "The session's UUID")->required();
+  call->add_option("--type", callType, "The request type, e.g. MakeInitialSystemDiagram")
+      ->required()
+      ->check(
+          [](std::string const& name) {
+            if (RequestTypes::isKnown(name)) return std::string();
+            std::string known;
+            for (std::string const& each : RequestTypes::names()) known += " " + each;
+            return "unknown request type '" + name + "'; the request types are:" + known;
+          },
+          "TYPE");
+  CLI::Option* jsonOption =
+      call->add_option("--json", callJson, "The payload in protobuf JSON (default: {})");
+  call->add_option("--json-file", callJsonFile, "A file holding the payload in protobuf JSON")
+      ->check(CLI::ExistingFile)
+      ->excludes(jsonOption);
+
+  // session
+  std::string sessionServer, sessionUuid, sessionName, forkSource;
+  CLI::App* session = app.add_subcommand(
+      "session", "Create, fork or remove a session of a running server");
+  session->require_subcommand(1);
+  session->add_option("--server", sessionServer,
+                      "The server's address (default: unix:/tmp/qvdiag-<uid>.sock)");
+  CLI::App* create =
+      session->add_subcommand("create", "Create a session and print its UUID");
+  create->add_option("--uuid", sessionUuid, "The UUID to use (default: a fresh one)");
+  create->add_option("--name", sessionName, "The session's name");
+  CLI::App* fork = session->add_subcommand(
+      "fork", "Create a session holding a copy of another's diagram and print its UUID");
+  fork->add_option("source", forkSource, "The UUID of the session to copy")->required();
+  fork->add_option("--uuid", sessionUuid, "The new session's UUID (default: a fresh one)");
+  fork->add_option("--name", sessionName, "The new session's name");
+  CLI::App* remove = session->add_subcommand("remove", "Remove a session and its diagram");
+  remove->add_option("uuid", sessionUuid, "The session's UUID")->required();
+
+  try {
+    app.parse(argc, argv);
+  } catch (CLI::ParseError const& error) {
+    int const code = app.exit(error);
+    return code == 0 ? kExitSuccess : kExitUsage;
+  }
+
+  char const* command = app.get_subcommands().front()->get_name().c_str();
+  try {
+    if (build->parsed()) return runBuild(buildSettings, inputs);
+    if (serve->parsed()) return runServe(serveSettings, listen);
+    if (call->parsed()) return runCall(callServer, callSession, callType, callJson, callJsonFile);
+    RemoteClient client(serverAddress(sessionServer));
+    if (create->parsed()) {
+      std::cout << client.createSession(sessionOf(sessionUuid, sessionName)).uuid() << std::endl;
+    } else if (fork->parsed()) {
+      std::cout << client.forkSession(forkSource, sessionOf(sessionUuid, sessionName)).uuid()
+                << std::endl;
+    } else {
+      client.removeSession(sessionOf(sessionUuid, ""));
+    }
+    return kExitSuccess;
+  } catch (UsageError const& error) {
+    return failed(command, error, kExitUsage);
+  } catch (std::exception const& error) {
+    return failed(command, error, kExitFailure);
+  }
+}
