@@ -1,0 +1,272 @@
+#!/usr/bin/python3
+"""The qvdiag command line as a person uses it: outputs, messages and exit codes.
+
+    qvdiag_cli_test.py --qvdiag BUILD/qvdiag --source-dir REPO
+
+With QV_UPDATE_GOLDEN set, the golden files of qvdiag build are rewritten instead of compared
+(scripts/regen-golden does that and shows the difference).
+"""
+import argparse
+import json
+import os
+import re
+import shutil
+import signal
+import subprocess
+import sys
+import tempfile
+import unittest
+
+ARGS = None
+FIXED_STAMP = "Mon Nov 23 09:00:00 2026"
+
+
+def run(*arguments, timeout=60):
+    return subprocess.run([ARGS.qvdiag] + list(arguments), stdout=subprocess.PIPE,
+                          stderr=subprocess.PIPE, text=True, timeout=timeout)
+
+
+class QvdiagTest(unittest.TestCase):
+    def setUp(self):
+        self.tmp = tempfile.mkdtemp(prefix="qvdiag-cli-")
+        self.examples = os.path.join(ARGS.source_dir, "examples")
+        self.golden_dir = os.path.join(ARGS.source_dir, "tests", "data", "golden", "qvdiag_build")
+
+    def tearDown(self):
+        shutil.rmtree(self.tmp, ignore_errors=True)
+
+    def design(self, name):
+        return os.path.join(self.examples, "design", name)
+
+    def assertRun(self, result, code, stdout=None, stderr=None):
+        self.assertEqual(result.returncode, code, result.stderr)
+        if stdout is not None:
+            self.assertEqual(result.stdout, stdout)
+        if stderr is not None:
+            self.assertEqual(result.stderr, stderr)
+
+    def version(self):
+        return run("--version").stdout.strip().split(" ")[1]
+
+    def assertGolden(self, text, name):
+        # The tool's version is kept out of the golden files, so that they outlive a release.
+        text = text.replace(self.version(), "@VERSION@")
+        path = os.path.join(self.golden_dir, name)
+        if os.environ.get("QV_UPDATE_GOLDEN"):
+            os.makedirs(self.golden_dir, exist_ok=True)
+            with open(path, "w") as f:
+                f.write(text)
+            return
+        with open(path) as f:
+            self.assertEqual(text, f.read(), "differs from " + path)
+
+    # --- qvdiag build -------------------------------------------------------------------------
+    def build_example(self, out_dir, *extra):
+        return run("build", "--rtd", self.design("vector_pipeline.rtd.json"),
+                   "--platform", "qv_accel_h2_gen3x16",
+                   "--platform-path", os.path.join(self.examples, "platforms"),
+                   "--after-impl-rtd", self.design("vector_pipeline.post_impl.rtd.json"),
+                   "--utilization", self.design("vector_pipeline.synth.util.json"),
+                   "--utilization", self.design("vector_pipeline.place.util.json"),
+                   "--utilization", self.design("vector_pipeline.route.util.json"),
+                   "--out-dir", out_dir, "--timestamp", FIXED_STAMP, *extra)
+
+    def test_build_on_the_examples_matches_the_reviewed_output(self):
+        out_dir = os.path.join(self.tmp, "out")
+        result = self.build_example(out_dir)
+        self.assertRun(result, 0)
+        with open(os.path.join(out_dir, "system_diagram.json")) as f:
+            self.assertGolden(f.read(), "system_diagram.json")
+        with open(os.path.join(out_dir, "flow_report.txt")) as f:
+            self.assertGolden(f.read(), "flow_report.txt")
+        self.assertGolden(result.stdout.replace(out_dir, "<out>"), "summary.txt")
+        steps = [line for line in result.stderr.splitlines() if line.startswith("[")]
+        self.assertEqual(steps, [
+            "[1/7] MakeInitialSystemDiagram from " + self.design("vector_pipeline.rtd.json") +
+            " on qv_accel_h2_gen3x16",
+            "[2/7] UpdateSystemDiagramAfterBrenloRuns from " +
+            self.design("vector_pipeline.post_impl.rtd.json"),
+            "[3/7] UtilizationDuringBrenloRun from " + self.design("vector_pipeline.synth.util.json"),
+            "[4/7] UtilizationDuringBrenloRun from " + self.design("vector_pipeline.place.util.json"),
+            "[5/7] UtilizationDuringBrenloRun from " + self.design("vector_pipeline.route.util.json"),
+            "[6/7] WriteSystemDiagram to " + os.path.join(out_dir, "system_diagram.json"),
+            "[7/7] WriteFlowReport to " + os.path.join(out_dir, "flow_report.txt")])
+        self.assertRegex(result.stderr.splitlines()[-1],
+                         r"^qvdiag build: 7 requests served in \d+ ms$")
+
+    def test_build_twice_gives_the_same_bytes(self):
+        first = os.path.join(self.tmp, "a")
+        second = os.path.join(self.tmp, "b")
+        self.assertRun(self.build_example(first), 0)
+        self.assertRun(self.build_example(second), 0)
+        for name in ("system_diagram.json", "flow_report.txt"):
+            with open(os.path.join(first, name)) as a, open(os.path.join(second, name)) as b:
+                self.assertEqual(a.read(), b.read(), name)
+
+    def test_build_options_reach_the_build_record(self):
+        out_dir = os.path.join(self.tmp, "out")
+        self.assertRun(self.build_example(out_dir, "--label", "mine", "--generated-name", "tc",
+                                          "--generated-change-list", "cl9", "--generated-flag"),
+                       0)
+        with open(os.path.join(out_dir, "system_diagram.json")) as f:
+            record = json.load(f)["system_diagram_metadata"]["qrxbin"]["generated_by"]
+        self.assertEqual((record["name"], record["change_list"], record["label"],
+                          record["label_copy"], record["flag"], record["timestamp"]),
+                         ("tc", "cl9", "mine", "mine", True, FIXED_STAMP))
+
+    def test_build_with_a_missing_file_is_bad_usage(self):
+        missing = os.path.join(self.tmp, "missing.rtd.json")
+        result = run("build", "--rtd", missing, "--platform", "p")
+        self.assertRun(result, 2, stdout="")
+        self.assertEqual(result.stderr.splitlines()[0],
+                         "--rtd: File does not exist: " + missing)
+
+    def test_build_without_required_options_is_bad_usage(self):
+        result = run("build")
+        self.assertRun(result, 2, stdout="")
+        self.assertEqual(result.stderr.splitlines()[0], "--rtd is required")
+
+    def test_build_on_an_unknown_platform_fails_with_the_reason_and_writes_nothing(self):
+        out_dir = os.path.join(self.tmp, "out")
+        result = run("build", "--rtd", self.design("vector_pipeline.rtd.json"),
+                     "--platform", "no_such_card", "--out-dir", out_dir)
+        self.assertRun(result, 1, stdout="")
+        self.assertEqual(
+            result.stderr.splitlines()[-1],
+            "qvdiag build: MakeInitialSystemDiagram failed: 500 Internal Server Error: "
+            "SYSTEM_DIAGRAM_HANDLER: Caught exception: Platform \"no_such_card\" not found: it is "
+            "not a readable file and the platform search path is empty..")
+        self.assertEqual(os.listdir(out_dir), [])
+
+    def test_build_with_an_unloadable_library_fails(self):
+        result = run("build", "--rtd", self.design("vector_pipeline.rtd.json"), "--platform", "p",
+                     "--library", os.path.join(self.tmp, "libnone.so"))
+        self.assertRun(result, 1, stdout="")
+        self.assertTrue(result.stderr.startswith(
+            "qvdiag build: cannot load service library '" +
+            os.path.join(self.tmp, "libnone.so") + "': "), result.stderr)
+
+    # --- help and usage -----------------------------------------------------------------------
+    def test_every_command_answers_help(self):
+        for command in ([], ["build"], ["serve"], ["call"], ["session"], ["session", "create"],
+                        ["session", "fork"], ["session", "remove"]):
+            with self.subTest(command=command):
+                result = run(*command, "--help")
+                self.assertRun(result, 0, stderr="")
+                self.assertIn("Usage: ", result.stdout)
+
+    def test_no_command_is_bad_usage(self):
+        result = run()
+        self.assertRun(result, 2, stdout="")
+        self.assertEqual(result.stderr.splitlines()[0], "A subcommand is required")
+
+    def test_bad_listen_address_is_bad_usage(self):
+        result = run("serve", "--listen", "server")
+        self.assertRun(result, 2, stdout="", stderr=(
+            "qvdiag serve: 'server' is not an address: expected unix:PATH, tcp:PORT, PORT or "
+            "HOST:PORT\n"))
+
+    def test_unknown_request_type_is_bad_usage(self):
+        result = run("call", "--session", "s", "--type", "UpsertEverything")
+        self.assertRun(result, 2, stdout="")
+        self.assertEqual(result.stderr.splitlines()[0],
+                         "--type: unknown request type 'UpsertEverything'; the request types "
+                         "are: UtilizationDuringBrenloRun AfterRunningBrenlo "
+                         "MakeInitialSystemDiagram ReadSystemDiagram WriteSystemDiagram "
+                         "UpsertKernelUse UpsertKernel UpsertQrxBin UpsertQrxBinGeneratedBy "
+                         "UpsertQsaClock GetQrxBinGeneratedBy UpdateSystemDiagramAfterBrenloRuns "
+                         "UpdateComputeUnit UpsertConnectivity WriteFlowReport UpsertPlatform")
+
+    def test_malformed_json_is_bad_usage(self):
+        result = run("call", "--session", "s", "--type", "WriteSystemDiagram", "--json",
+                     '{"path": ')
+        self.assertRun(result, 2, stdout="")
+        self.assertTrue(result.stderr.startswith(
+            "qvdiag call: the payload is not a valid WriteSystemDiagram in JSON: "),
+            result.stderr)
+
+    def test_call_without_a_server_fails(self):
+        socket = os.path.join(self.tmp, "nobody.sock")
+        result = run("call", "--server", "unix:" + socket, "--session", "s", "--type",
+                     "GetQrxBinGeneratedBy")
+        self.assertRun(result, 1, stdout="")
+        self.assertTrue(result.stderr.startswith(
+            "qvdiag call: Dispatch at unix:" + socket + " failed with UNAVAILABLE: "),
+            result.stderr)
+
+    # --- call and session against a running server --------------------------------------------
+    def test_a_session_driven_with_call(self):
+        socket = os.path.join(self.tmp, "s.sock")
+        server = subprocess.Popen(
+            [ARGS.qvdiag, "serve", "--listen", "unix:" + socket,
+             "--platform-path", os.path.join(self.examples, "platforms")],
+            stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True)
+        try:
+            self.assertIn("listening on unix:" + socket, server.stdout.readline())
+            at = ["--server", "unix:" + socket]
+            created = run("session", *at, "create", "--name", "demo")
+            self.assertRun(created, 0, stderr="")
+            uuid = created.stdout.strip()
+            self.assertRegex(uuid, r"^[0-9a-f]{8}-[0-9a-f]{4}-4[0-9a-f]{3}-[89ab][0-9a-f]{3}-"
+                                   r"[0-9a-f]{12}$")
+
+            payload = os.path.join(self.tmp, "make.json")
+            with open(payload, "w") as f:
+                json.dump({"rtdFile": self.design("vector_pipeline.rtd.json"),
+                           "platform": "qv_accel_h2_gen3x16", "generatedName": "me",
+                           "generatedVersion": "1", "generatedChangeList": "2",
+                           "generatedTimestamp": "now", "generatedDetailA": "a",
+                           "generatedDetailB": "b", "kernelsFile": "none.txt",
+                           "binaryLabel": "vp"}, f)
+            made = run("call", *at, "--session", uuid, "--type", "MakeInitialSystemDiagram",
+                       "--json-file", payload)
+            self.assertRun(made, 0, stderr="", stdout=(
+                '{\n "status": {\n  "code": 200,\n  "message": "OK"\n }\n}\n\n'))
+
+            forked = run("session", *at, "fork", uuid, "--uuid", "the-copy")
+            self.assertRun(forked, 0, stdout="the-copy\n", stderr="")
+            asked = run("call", *at, "--session", "the-copy", "--type", "GetQrxBinGeneratedBy")
+            self.assertRun(asked, 0, stderr="")
+            answer = json.loads(asked.stdout)
+            self.assertEqual(answer["status"], {"code": 200, "message": "OK"})
+            self.assertEqual((answer["payload"]["name"], answer["payload"]["label"]),
+                             ("me", "vp"))
+
+            missing = run("call", *at, "--session", "nobody", "--type", "WriteSystemDiagram",
+                          "--json", '{"path": "%s"}' % os.path.join(self.tmp, "x.json"))
+            self.assertRun(missing, 1, stderr=(
+                "qvdiag call: WriteSystemDiagram was answered 500 Internal Server Error; the "
+                "reason is in the server's log\n"))
+            self.assertEqual(json.loads(missing.stdout)["status"]["code"], 500)
+            empty = run("call", *at, "--session", uuid, "--type", "WriteSystemDiagram")
+            self.assertRun(empty, 1, stderr=(
+                "qvdiag call: WriteSystemDiagram was answered 400 Bad Request\n"))
+
+            self.assertRun(run("session", *at, "remove", "the-copy"), 0, stdout="", stderr="")
+            again = run("session", *at, "remove", "the-copy")
+            self.assertRun(again, 1, stdout="", stderr=(
+                "qvdiag session: RemoveSession at unix:" + socket + " failed with NOT_FOUND: "
+                "SYSTEM_DIAGRAM: ERROR, no session with UUID 'the-copy' found to remove\n"))
+            taken = run("session", *at, "create", "--uuid", uuid)
+            self.assertRun(taken, 1, stdout="", stderr=(
+                "qvdiag session: CreateSession at unix:" + socket + " failed with "
+                "ALREADY_EXISTS: SYSTEM_DIAGRAM: ERROR, a session already exists with UUID: '" +
+                uuid + "'\n"))
+        finally:
+            server.send_signal(signal.SIGINT)
+            _, err = server.communicate(timeout=30)
+        self.assertEqual(server.returncode, 0)
+        self.assertIn("qvdiag serve: SIGINT: finishing running requests\n", err)
+
+
+def main():
+    global ARGS
+    parser = argparse.ArgumentParser(description=__doc__)
+    parser.add_argument("--qvdiag", required=True)
+    parser.add_argument("--source-dir", required=True)
+    ARGS, rest = parser.parse_known_args()
+    unittest.main(argv=[sys.argv[0]] + rest, verbosity=2)
+
+
+if __name__ == "__main__":
+    main()
