@@ -120,7 +120,7 @@ int runCall(std::string const& server, std::string const& session, std::string c
   std::unique_ptr<google::protobuf::Message> payload = RequestTypes::fromJson(type, payloadJson);
   RemoteClient client(serverAddress(server));
   dispatch::Response const response = client.dispatch(RequestTypes::request(session, *payload));
-  std::cout << RequestTypes::toJson(response) << std::endl;
+  std::cout << RequestTypes::toJson(response) << std::flush;  // ends in a line break
   if (!response.has_status()) {
     std::cerr << "qvdiag call: the service gave no status to " << type << std::endl;
     return kExitFailure;

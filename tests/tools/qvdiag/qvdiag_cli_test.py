@@ -221,7 +221,7 @@ class QvdiagTest(unittest.TestCase):
             made = run("call", *at, "--session", uuid, "--type", "MakeInitialSystemDiagram",
                        "--json-file", payload)
             self.assertRun(made, 0, stderr="", stdout=(
-                '{\n "status": {\n  "code": 200,\n  "message": "OK"\n }\n}\n\n'))
+                '{\n "status": {\n  "code": 200,\n  "message": "OK"\n }\n}\n'))
 
             forked = run("session", *at, "fork", uuid, "--uuid", "the-copy")
             self.assertRun(forked, 0, stdout="the-copy\n", stderr="")
