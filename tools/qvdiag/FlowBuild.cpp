@@ -33,6 +33,27 @@ std::string lastLine(std::string const& text) {
   return last;
 }
 
+// Points the service trace at a string while it lives, then passes what it caught on to `out`,
+// the trace's usual stream, also when an exception leaves the scope.
+class TraceCapture {
+ public:
+  explicit TraceCapture(std::ostream& out) : out_(out) {
+    dispatch::server::Logger::setStream(&caught_);
+  }
+  ~TraceCapture() {
+    dispatch::server::Logger::setStream(&out_);
+    out_ << caught_.str() << std::flush;
+  }
+  TraceCapture(TraceCapture const&) = delete;
+  TraceCapture& operator=(TraceCapture const&) = delete;
+
+  std::string text() const { return caught_.str(); }
+
+ private:
+  std::ostream& out_;
+  std::ostringstream caught_;
+};
+
 // Removes the session of the flow however run() ends.
 class SessionGuard {
  public:
@@ -147,27 +168,21 @@ void FlowBuild::send(std::string const& what, google::protobuf::Message const& p
   progress_ << "[" << step_ << "/" << steps_ << "] " << what << std::endl;
 
   // The service logs the reason of a failure, not the client; keep what it logs during the
-  // request so that the failure can name it, then pass it on to the trace as usual.
-  std::ostringstream trace;
+  // request so that the failure can name it.
+  std::string trace;
   dispatch::Response response;
-  dispatch::server::Logger::setStream(&trace);
-  try {
+  {
+    TraceCapture capture(host_.traceStream());
     host_.connections().dispatch(RequestTypes::request(sessionUuid_, payload), response);
-  } catch (...) {
-    dispatch::server::Logger::setStream(&host_.traceStream());
-    host_.traceStream() << trace.str() << std::flush;
-    throw;
+    trace = capture.text();
   }
-  dispatch::server::Logger::setStream(&host_.traceStream());
-  host_.traceStream() << trace.str() << std::flush;
-
   std::string const type = payload.GetDescriptor()->name();
   if (!response.has_status()) {
     throw std::runtime_error(type + " was not answered by the service");
   }
   int const code = response.status().code();
   if (code != dispatch::StatusResponse::OK) {
-    std::string const reason = lastLine(trace.str());
+    std::string const reason = lastLine(trace);
     throw std::runtime_error(type + " failed: " + std::to_string(code) + " " +
                              response.status().message() +
                              (reason.empty() ? std::string() : ": " + reason));

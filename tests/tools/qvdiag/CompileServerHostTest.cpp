@@ -5,6 +5,8 @@
 #include <sys/un.h>
 #include <unistd.h>
 
+#include <atomic>
+#include <chrono>
 #include <fstream>
 #include <memory>
 #include <string>
@@ -13,6 +15,7 @@
 #include <boost/filesystem.hpp>
 #include <gtest/gtest.h>
 
+#include "platform/dispatch/RequestHandler.h"
 #include "proto/system_diagram_server.pb.h"
 #include "tests/support/TempDir.h"
 #include "tools/qvdiag/RemoteClient.h"
@@ -187,6 +190,51 @@ TEST_F(CompileServerHostTest, UnreachableServerIsNamedWithUnavailable) {
   EXPECT_EQ(text.rfind("CreateSession at unix:" + socketPath + " failed with UNAVAILABLE: ", 0),
             0u)
       << text;
+}
+
+// A service whose requests take a while, so that one can be caught running.
+class SlowHandler : public dispatch::server::RequestHandler {
+ public:
+  SlowHandler(dispatch::server::ConnectionMgr& connections, std::atomic<bool>& started)
+      : RequestHandler("slow", connections), started_(started) {}
+  void handle_request(dispatch::Request const&, dispatch::Response& response) override {
+    started_ = true;
+    std::this_thread::sleep_for(std::chrono::milliseconds(300));
+    stockResponse(dispatch::StatusResponse::OK, response);
+  }
+
+ private:
+  std::atomic<bool>& started_;
+};
+
+TEST_F(CompileServerHostTest, ShutdownLetsARunningRequestFinishAndTakesNoNewOnes) {
+  dispatch::server::ConnectionMgr connections;
+  std::atomic<bool> started{false};
+  connections.adoptHandler(std::make_unique<SlowHandler>(connections, started));
+  CompileServerHost server(connections, address);
+  RemoteClient client(address);
+  dispatch::Request request;
+  request.set_service("slow");
+
+  dispatch::Response answered;
+  std::string failure;
+  std::thread caller([&] {
+    try {
+      answered = client.dispatch(request);
+    } catch (std::runtime_error const& error) {
+      failure = error.what();
+    }
+  });
+  while (!started) std::this_thread::sleep_for(std::chrono::milliseconds(1));
+  server.shutdown();
+  caller.join();
+  EXPECT_EQ(failure, "");
+  EXPECT_EQ(answered.status().code(), 200);
+  EXPECT_EQ(answered.status().message(), "OK");
+
+  std::string const refused = failureOf([&] { client.dispatch(request); });
+  EXPECT_EQ(refused.rfind("Dispatch at unix:" + socketPath + " failed with UNAVAILABLE: ", 0), 0u)
+      << refused;
 }
 
 TEST_F(CompileServerHostTest, ShutdownFromAnotherThreadEndsWait) {
