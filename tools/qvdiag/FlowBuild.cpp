@@ -1,6 +1,8 @@
 #include "tools/qvdiag/FlowBuild.h"
 
 #include <chrono>
+#include <fstream>
+#include <memory>
 #include <sstream>
 #include <stdexcept>
 
@@ -11,6 +13,7 @@
 #include "platform/hut/HUTEnv.h"
 #include "proto/system_diagram_server.pb.h"
 #include "tools/qvdiag/RequestTypes.h"
+#include "tools/qvdiag/UsageError.h"
 
 #ifndef QV_VERSION
 #error "QV_VERSION must be defined by the build"
@@ -106,6 +109,24 @@ FlowBuild::FlowBuild(ServiceHost& host, std::ostream& progress)
 
 FlowBuild::Result FlowBuild::run(Inputs const& given) {
   Inputs const inputs = withDefaults(given);
+  // Request files are read first: a bad one stops the run before anything is sent.
+  struct FileRequest {
+    std::string origin;
+    std::unique_ptr<google::protobuf::Message> message;
+  };
+  std::vector<FileRequest> fileRequests;
+  for (std::string const& file : inputs.requestFiles) {
+    std::ifstream in(file);
+    if (!in) throw UsageError("cannot read the request file '" + file + "'");
+    std::stringstream text;
+    text << in.rdbuf();
+    int entry = 0;
+    for (auto& message : RequestTypes::listFromJson(text.str(), file)) {
+      fileRequests.push_back(
+          {file + " entry " + std::to_string(++entry), std::move(message)});
+    }
+  }
+
   Result result;
   result.diagramFile = (fs::path(inputs.outDir) / kDiagramFileName).string();
   result.reportFile = (fs::path(inputs.outDir) / kReportFileName).string();
@@ -119,7 +140,8 @@ FlowBuild::Result FlowBuild::run(Inputs const& given) {
 
   auto const started = std::chrono::steady_clock::now();
   step_ = 0;
-  steps_ = 3 + (inputs.afterImplRtdFile.empty() ? 0 : 1) +
+  steps_ = 3 + static_cast<int>(fileRequests.size()) +
+           (inputs.afterImplRtdFile.empty() ? 0 : 1) +
            static_cast<int>(inputs.utilizationFiles.size());
   sessionUuid_ = dispatch::server::ConnectionMgr::freshUuid();
   SessionGuard session(host_.connections(), sessionUuid_);
@@ -137,6 +159,9 @@ FlowBuild::Result FlowBuild::run(Inputs const& given) {
   make.set_binarylabel(inputs.binaryLabel);
   make.set_generatedflag(inputs.generatedFlag);
   send("MakeInitialSystemDiagram from " + inputs.rtdFile + " on " + inputs.platform, make);
+  for (FileRequest const& request : fileRequests) {
+    send(request.message->GetDescriptor()->name() + " from " + request.origin, *request.message);
+  }
 
   if (!inputs.afterImplRtdFile.empty()) {
     wire::UpdateSystemDiagramAfterBrenloRuns update;

@@ -17,6 +17,7 @@ namespace qvdiag {
 // one session, real dispatch.Request messages through ConnectionMgr::dispatch.
 //
 //   MakeInitialSystemDiagram            from the rtd file, the platform and the kernels file
+//   any requests of the request files   in file order, as a tool chain sends them while linking
 //   UpdateSystemDiagramAfterBrenloRuns  when an rtd file after implementation is given
 //   UtilizationDuringBrenloRun          once for each resource report, in the order given
 //   WriteSystemDiagram                  <out-dir>/system_diagram.json
@@ -31,6 +32,8 @@ class FlowBuild {
     std::string kernelsFile;       // empty: kernels.txt beside the rtd file
     std::string afterImplRtdFile;  // empty: no update after implementation
     std::vector<std::string> utilizationFiles;
+    // JSON arrays of further requests (RequestTypes::listFromJson), sent after the import.
+    std::vector<std::string> requestFiles;
     std::string outDir = ".";
     // The build's generator record; empty fields take the defaults of withDefaults().
     std::string generatedName;
@@ -61,8 +64,9 @@ class FlowBuild {
   FlowBuild(ServiceHost& host, std::ostream& progress);
 
   // Runs the flow on `inputs` as withDefaults() completes them. Creates the output directory.
-  // Throws std::runtime_error naming the step when a request is not answered 200, with the
-  // reason the service logged; what earlier steps wrote stays.
+  // Throws UsageError, before anything is sent, for a request file that cannot be read or is
+  // not a list of requests; std::runtime_error naming the step when a request is not answered
+  // 200, with the reason the service logged. What earlier steps wrote stays.
   Result run(Inputs const& inputs);
 
  private:

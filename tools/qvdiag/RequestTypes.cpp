@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include <google/protobuf/descriptor.h>
+#include <google/protobuf/struct.pb.h>
 #include <google/protobuf/util/json_util.h>
 
 #include "proto/system_diagram_server.pb.h"
@@ -69,6 +70,40 @@ std::unique_ptr<google::protobuf::Message> RequestTypes::fromJson(std::string co
                      std::string(status.message()));
   }
   return message;
+}
+
+std::vector<std::unique_ptr<google::protobuf::Message>> RequestTypes::listFromJson(
+    std::string const& json, std::string const& source) {
+  google::protobuf::Value document;
+  auto const status = google::protobuf::util::JsonStringToMessage(json, &document);
+  if (!status.ok()) {
+    throw UsageError(source + ": not JSON: " + std::string(status.message()));
+  }
+  if (!document.has_list_value()) {
+    throw UsageError(source + ": expected an array of {\"type\": ..., \"payload\": {...}}");
+  }
+  std::vector<std::unique_ptr<google::protobuf::Message>> requests;
+  int entry = 0;
+  for (google::protobuf::Value const& value : document.list_value().values()) {
+    std::string const where = source + ": entry " + std::to_string(++entry);
+    auto const& fields = value.struct_value().fields();
+    auto const type = fields.find("type");
+    if (!value.has_struct_value() || type == fields.end() || !type->second.has_string_value()) {
+      throw UsageError(where + ": expected {\"type\": NAME, \"payload\": {...}}");
+    }
+    std::string payload = "{}";
+    auto const given = fields.find("payload");
+    if (given != fields.end()) {
+      payload.clear();  // the printer appends
+      google::protobuf::util::MessageToJsonString(given->second, &payload);
+    }
+    try {
+      requests.push_back(fromJson(type->second.string_value(), payload));
+    } catch (UsageError const& error) {
+      throw UsageError(where + ": " + error.what());
+    }
+  }
+  return requests;
 }
 
 dispatch::Version RequestTypes::serviceVersion() {

@@ -30,6 +30,12 @@ class RequestTypes {
   static std::unique_ptr<google::protobuf::Message> fromJson(std::string const& name,
                                                              std::string const& json);
 
+  // The requests of a JSON array whose entries are {"type": NAME, "payload": {...}}, in order;
+  // a missing payload is {}. Throws UsageError naming `source` and the entry (counted from 1)
+  // for anything else.
+  static std::vector<std::unique_ptr<google::protobuf::Message>> listFromJson(
+      std::string const& json, std::string const& source);
+
   // The version of the protocol, from the protocol definition's file option.
   static dispatch::Version serviceVersion();
 

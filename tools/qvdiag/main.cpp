@@ -180,6 +180,10 @@ int main(int argc, char** argv) {
                     "A resource report of an implementation stage; repeat for more, merged in "
                     "order")
       ->check(CLI::ExistingFile);
+  build->add_option("--requests", inputs.requestFiles,
+                    "A JSON array of further requests, [{\"type\": NAME, \"payload\": {...}}], "
+                    "sent in order after the import; repeat for more")
+      ->check(CLI::ExistingFile);
   build->add_option("--out-dir", inputs.outDir, "Where the two files are written (created)")
       ->default_val(".");
   build->add_option("--label", inputs.binaryLabel,

@@ -10,6 +10,7 @@
 #include "tests/support/Golden.h"
 #include "tests/support/TempDir.h"
 #include "tools/qvdiag/DiagramSummary.h"
+#include "tools/qvdiag/UsageError.h"
 
 namespace qvdiag {
 namespace {
@@ -142,6 +143,41 @@ TEST_F(FlowBuildTest, FailedReportFileIsNamed) {
   }
   // What was written before the failure stays.
   EXPECT_TRUE(boost::filesystem::exists(dir.file("out/system_diagram.json")));
+}
+
+TEST_F(FlowBuildTest, RequestFilesAreSentAfterTheImportInOrder) {
+  FlowBuild::Inputs inputs = exampleInputs();
+  std::ofstream(dir.file("a.json"))
+      << R"([{"type": "UpsertQsaClock", "payload": {"clock": {"name": "clk_x", "id": 42}}}])";
+  std::ofstream(dir.file("b.json"))
+      << R"([{"type": "UpsertPlatform", "payload": {"platform": {"name": "renamed"}}}])";
+  inputs.requestFiles = {dir.file("a.json"), dir.file("b.json")};
+  FlowBuild::Result const result = flow.run(inputs);
+  std::string const text = progress.str();
+  EXPECT_NE(text.find("[2/5] UpsertQsaClock from " + dir.file("a.json") + " entry 1\n" +
+                      "[3/5] UpsertPlatform from " + dir.file("b.json") + " entry 1\n" +
+                      "[4/5] WriteSystemDiagram to "),
+            std::string::npos)
+      << text;
+  DiagramSummary const summary = DiagramSummary::fromFile(result.diagramFile);
+  EXPECT_EQ(summary.clocks, 6u);  // the platform's five and clk_x
+}
+
+TEST_F(FlowBuildTest, BadRequestFileStopsTheRunBeforeAnythingIsSent) {
+  FlowBuild::Inputs inputs = exampleInputs();
+  std::ofstream(dir.file("bad.json")) << R"([{"type": "UpsertEverything"}])";
+  inputs.requestFiles = {dir.file("bad.json")};
+  EXPECT_THROW(flow.run(inputs), UsageError);
+  inputs.requestFiles = {dir.file("absent.json")};
+  try {
+    flow.run(inputs);
+    FAIL() << "succeeded";
+  } catch (UsageError const& error) {
+    EXPECT_EQ(std::string(error.what()),
+              "cannot read the request file '" + dir.file("absent.json") + "'");
+  }
+  EXPECT_EQ(progress.str(), "");
+  EXPECT_FALSE(boost::filesystem::exists(dir.file("out")));
 }
 
 TEST_F(FlowBuildTest, UncreatableOutputDirectoryIsNamed) {

@@ -85,6 +85,72 @@ TEST(RequestTypesTest, UnknownFieldIsRefused) {
   }
 }
 
+TEST(RequestTypesTest, ListGivesEachEntryItsTypeInOrder) {
+  auto const requests = RequestTypes::listFromJson(
+      R"([{"type": "UpsertKernel", "payload": {"kernel": {"name": "vadd"}}},
+          {"type": "GetQrxBinGeneratedBy"},
+          {"type": "WriteFlowReport", "payload": {"path": "r.txt"}}])",
+      "reqs.json");
+  ASSERT_EQ(requests.size(), 3u);
+  EXPECT_EQ(dynamic_cast<wire::UpsertKernel const&>(*requests[0]).kernel().name(), "vadd");
+  EXPECT_EQ(requests[1]->GetTypeName(), "dispatch.system_diagram_server.GetQrxBinGeneratedBy");
+  EXPECT_EQ(dynamic_cast<wire::WriteFlowReport const&>(*requests[2]).path(), "r.txt");
+  EXPECT_TRUE(RequestTypes::listFromJson("[]", "empty.json").empty());
+}
+
+struct BadList {
+  char const* json;
+  char const* message;
+};
+
+BadList const kBadLists[] = {
+    {R"({"type": "UpsertKernel"})",
+     R"(reqs.json: expected an array of {"type": ..., "payload": {...}})"},
+    {R"([{"type": "UpsertKernel"}, 7])",
+     R"(reqs.json: entry 2: expected {"type": NAME, "payload": {...}})"},
+    {R"([{"payload": {}}])", R"(reqs.json: entry 1: expected {"type": NAME, "payload": {...}})"},
+    {R"([{"type": 3}])", R"(reqs.json: entry 1: expected {"type": NAME, "payload": {...}})"},
+    {R"([{"type": "GetQrxBinGeneratedBy"}, {"type": "Nope"}])",
+     "reqs.json: entry 2: unknown request type 'Nope'; the request types are: "
+     "UtilizationDuringBrenloRun, AfterRunningBrenlo, MakeInitialSystemDiagram, "
+     "ReadSystemDiagram, WriteSystemDiagram, UpsertKernelUse, UpsertKernel, UpsertQrxBin, "
+     "UpsertQrxBinGeneratedBy, UpsertQsaClock, GetQrxBinGeneratedBy, "
+     "UpdateSystemDiagramAfterBrenloRuns, UpdateComputeUnit, UpsertConnectivity, "
+     "WriteFlowReport, UpsertPlatform"},
+};
+
+TEST(RequestTypesTest, ListRefusesWhatIsNotAListOfRequestsNamingTheEntry) {
+  for (BadList const& row : kBadLists) {
+    SCOPED_TRACE(row.json);
+    try {
+      RequestTypes::listFromJson(row.json, "reqs.json");
+      ADD_FAILURE() << "accepted";
+    } catch (UsageError const& error) {
+      EXPECT_EQ(std::string(error.what()), row.message);
+    }
+  }
+}
+
+TEST(RequestTypesTest, ListNamesTheEntryWhosePayloadDoesNotFit) {
+  try {
+    RequestTypes::listFromJson(R"([{"type": "WriteFlowReport", "payload": {"file": "x"}}])",
+                               "reqs.json");
+    FAIL() << "accepted";
+  } catch (UsageError const& error) {
+    std::string const text = error.what();
+    EXPECT_EQ(text.rfind("reqs.json: entry 1: the payload is not a valid WriteFlowReport in JSON: ",
+                         0),
+              0u)
+        << text;
+  }
+  try {
+    RequestTypes::listFromJson("[", "reqs.json");
+    FAIL() << "accepted";
+  } catch (UsageError const& error) {
+    EXPECT_EQ(std::string(error.what()).rfind("reqs.json: not JSON: ", 0), 0u) << error.what();
+  }
+}
+
 TEST(RequestTypesTest, RequestCarriesServiceSessionVersionAndPayload) {
   wire::WriteFlowReport report;
   report.set_path("/tmp/r.txt");

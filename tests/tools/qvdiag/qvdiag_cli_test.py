@@ -65,6 +65,7 @@ class QvdiagTest(unittest.TestCase):
         return run("build", "--rtd", self.design("vector_pipeline.rtd.json"),
                    "--platform", "qv_accel_h2_gen3x16",
                    "--platform-path", os.path.join(self.examples, "platforms"),
+                   "--requests", self.design("vector_pipeline.requests.json"),
                    "--after-impl-rtd", self.design("vector_pipeline.post_impl.rtd.json"),
                    "--utilization", self.design("vector_pipeline.synth.util.json"),
                    "--utilization", self.design("vector_pipeline.place.util.json"),
@@ -81,18 +82,25 @@ class QvdiagTest(unittest.TestCase):
             self.assertGolden(f.read(), "flow_report.txt")
         self.assertGolden(result.stdout.replace(out_dir, "<out>"), "summary.txt")
         steps = [line for line in result.stderr.splitlines() if line.startswith("[")]
-        self.assertEqual(steps, [
-            "[1/7] MakeInitialSystemDiagram from " + self.design("vector_pipeline.rtd.json") +
+        requests = self.design("vector_pipeline.requests.json")
+        self.assertEqual(len(steps), 34)
+        self.assertEqual(steps[:3] + steps[-6:], [
+            "[1/34] MakeInitialSystemDiagram from " + self.design("vector_pipeline.rtd.json") +
             " on qv_accel_h2_gen3x16",
-            "[2/7] UpdateSystemDiagramAfterBrenloRuns from " +
+            "[2/34] UpsertKernel from " + requests + " entry 1",
+            "[3/34] UpsertKernel from " + requests + " entry 2",
+            "[29/34] UpdateSystemDiagramAfterBrenloRuns from " +
             self.design("vector_pipeline.post_impl.rtd.json"),
-            "[3/7] UtilizationDuringBrenloRun from " + self.design("vector_pipeline.synth.util.json"),
-            "[4/7] UtilizationDuringBrenloRun from " + self.design("vector_pipeline.place.util.json"),
-            "[5/7] UtilizationDuringBrenloRun from " + self.design("vector_pipeline.route.util.json"),
-            "[6/7] WriteSystemDiagram to " + os.path.join(out_dir, "system_diagram.json"),
-            "[7/7] WriteFlowReport to " + os.path.join(out_dir, "flow_report.txt")])
+            "[30/34] UtilizationDuringBrenloRun from " +
+            self.design("vector_pipeline.synth.util.json"),
+            "[31/34] UtilizationDuringBrenloRun from " +
+            self.design("vector_pipeline.place.util.json"),
+            "[32/34] UtilizationDuringBrenloRun from " +
+            self.design("vector_pipeline.route.util.json"),
+            "[33/34] WriteSystemDiagram to " + os.path.join(out_dir, "system_diagram.json"),
+            "[34/34] WriteFlowReport to " + os.path.join(out_dir, "flow_report.txt")])
         self.assertRegex(result.stderr.splitlines()[-1],
-                         r"^qvdiag build: 7 requests served in \d+ ms$")
+                         r"^qvdiag build: 34 requests served in \d+ ms$")
 
     def test_build_twice_gives_the_same_bytes(self):
         first = os.path.join(self.tmp, "a")
@@ -120,6 +128,18 @@ class QvdiagTest(unittest.TestCase):
         self.assertRun(result, 2, stdout="")
         self.assertEqual(result.stderr.splitlines()[0],
                          "--rtd: File does not exist: " + missing)
+
+    def test_build_with_a_bad_request_file_is_bad_usage_and_sends_nothing(self):
+        bad = os.path.join(self.tmp, "bad.json")
+        with open(bad, "w") as f:
+            f.write('[{"type": "UpsertKernel", "payload": {"kernel": {"nam": "x"}}}]')
+        result = run("build", "--rtd", self.design("vector_pipeline.rtd.json"), "--platform",
+                     "p", "--requests", bad, "--out-dir", os.path.join(self.tmp, "out"))
+        self.assertRun(result, 2, stdout="")
+        self.assertTrue(result.stderr.startswith(
+            "qvdiag build: " + bad + ": entry 1: the payload is not a valid UpsertKernel in "
+            "JSON: "), result.stderr)
+        self.assertFalse(os.path.exists(os.path.join(self.tmp, "out")))
 
     def test_build_without_required_options_is_bad_usage(self):
         result = run("build")
