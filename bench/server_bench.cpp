@@ -18,14 +18,13 @@
 #include <malloc.h>
 
 #include <algorithm>
+#include <boost/filesystem.hpp>
 #include <chrono>
 #include <fstream>
 #include <memory>
 #include <string>
 #include <thread>
 #include <vector>
-
-#include <boost/filesystem.hpp>
 
 #include "platform/dispatch/ConnectionMgr.h"
 #include "platform/dispatch/RequestHandler.h"
@@ -121,11 +120,11 @@ void BM_Requests(benchmark::State& state) {
         mine.reserve(kRequestsPerClient);
         for (int i = 0; i < kRequestsPerClient; ++i) {
           auto const sent = std::chrono::steady_clock::now();
-          dispatch::Response const response = clients[static_cast<std::size_t>(client)]->dispatch(
-              requests[i % 2]);
-          mine.push_back(std::chrono::duration<double, std::micro>(
-                             std::chrono::steady_clock::now() - sent)
-                             .count());
+          dispatch::Response const response =
+              clients[static_cast<std::size_t>(client)]->dispatch(requests[i % 2]);
+          mine.push_back(
+              std::chrono::duration<double, std::micro>(std::chrono::steady_clock::now() - sent)
+                  .count());
           if (response.status().code() != 200) state.SkipWithError("a request failed");
         }
       });
@@ -144,8 +143,12 @@ void BM_Requests(benchmark::State& state) {
   state.counters["p99_us"] = percentile(latencies, 0.99);
   server.shutdown();
 }
-BENCHMARK(BM_Requests)->ArgName("library")->Arg(0)->Arg(1)->UseManualTime()->Unit(
-    benchmark::kMillisecond);
+BENCHMARK(BM_Requests)
+    ->ArgName("library")
+    ->Arg(0)
+    ->Arg(1)
+    ->UseManualTime()
+    ->Unit(benchmark::kMillisecond);
 
 void BM_SessionMemory(benchmark::State& state) {
   int const sessions = static_cast<int>(state.range(0));
@@ -189,8 +192,11 @@ void BM_SessionMemory(benchmark::State& state) {
         static_cast<double>(heap - heapBefore) / 1024.0 / static_cast<double>(sessions);
   }
 }
-BENCHMARK(BM_SessionMemory)->Arg(1000)->Iterations(1)->Repetitions(1)->Unit(
-    benchmark::kMillisecond);
+BENCHMARK(BM_SessionMemory)
+    ->Arg(1000)
+    ->Iterations(1)
+    ->Repetitions(1)
+    ->Unit(benchmark::kMillisecond);
 
 }  // namespace
 

@@ -1,5 +1,6 @@
 #include "tools/qvdiag/CompileServerHost.h"
 
+#include <grpcpp/health_check_service_interface.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/un.h>
@@ -8,8 +9,6 @@
 #include <cerrno>
 #include <cstring>
 #include <stdexcept>
-
-#include <grpcpp/health_check_service_interface.h>
 
 namespace qvdiag {
 namespace {
@@ -45,8 +44,8 @@ void CompileServerHost::claimSocketPath(std::string const& path) {
   struct stat status {};
   if (::lstat(path.c_str(), &status) != 0) {
     if (errno == ENOENT) return;
-    throw std::runtime_error("cannot examine the socket path '" + path + "': " +
-                             std::strerror(errno));
+    throw std::runtime_error("cannot examine the socket path '" + path +
+                             "': " + std::strerror(errno));
   }
   if (!S_ISSOCK(status.st_mode)) {
     throw std::runtime_error("the socket path '" + path +
@@ -91,8 +90,8 @@ CompileServerHost::CompileServerHost(dispatch::server::ConnectionMgr& connection
       socketInode_ = status.st_ino;
     }
   } else {
-    target_ = address_.target().substr(0, address_.target().rfind(':') + 1) +
-              std::to_string(chosenPort);
+    target_ =
+        address_.target().substr(0, address_.target().rfind(':') + 1) + std::to_string(chosenPort);
   }
   if (grpc::HealthCheckServiceInterface* health = server_->GetHealthCheckService()) {
     health->SetServingStatus(true);

@@ -2,13 +2,12 @@
 #ifndef TOOLS_QVDIAG_COMPILESERVERHOST_H_
 #define TOOLS_QVDIAG_COMPILESERVERHOST_H_
 
+#include <grpcpp/grpcpp.h>
 #include <sys/types.h>
 
 #include <memory>
 #include <mutex>
 #include <string>
-
-#include <grpcpp/grpcpp.h>
 
 #include "platform/dispatch/ConnectionMgr.h"
 #include "tools/qvdiag/CompileServerService.h"

@@ -1,12 +1,12 @@
 #include "tools/qvdiag/DiagramSummary.h"
 
+#include <google/protobuf/util/json_util.h>
+
 #include <fstream>
 #include <iomanip>
 #include <set>
 #include <sstream>
 #include <stdexcept>
-
-#include <google/protobuf/util/json_util.h>
 
 #include "proto/system_diagram.pb.h"
 
@@ -61,15 +61,16 @@ DiagramSummary DiagramSummary::fromFile(std::string const& path) {
   options.ignore_unknown_fields = true;
   auto const status = google::protobuf::util::JsonStringToMessage(text.str(), &diagram, options);
   if (!status.ok()) {
-    throw std::runtime_error("'" + path + "' is not a stored diagram: " +
-                             std::string(status.message()));
+    throw std::runtime_error("'" + path +
+                             "' is not a stored diagram: " + std::string(status.message()));
   }
   return DiagramSummary(diagram);
 }
 
 void DiagramSummary::print(std::ostream& out) const {
-  line(out, "platform", (platform.empty() ? std::string("(none)") : platform) + " (" +
-                            std::to_string(clocks) + " clocks)");
+  line(out, "platform",
+       (platform.empty() ? std::string("(none)") : platform) + " (" + std::to_string(clocks) +
+           " clocks)");
   line(out, "memories",
        std::to_string(memories) + " (" + std::to_string(memoriesInUse) + " in use)");
   line(out, "kernels", std::to_string(kernels));

@@ -1,19 +1,16 @@
 #include "tools/qvdiag/FlowBuild.h"
 
+#include <boost/filesystem.hpp>
 #include <chrono>
-#include <fstream>
 #include <memory>
 #include <sstream>
 #include <stdexcept>
-
-#include <boost/filesystem.hpp>
 
 #include "platform/dispatch/Logger.h"
 #include "platform/dispatch/RequestHandler.h"
 #include "platform/hut/HUTEnv.h"
 #include "proto/system_diagram_server.pb.h"
 #include "tools/qvdiag/RequestTypes.h"
-#include "tools/qvdiag/UsageError.h"
 
 #ifndef QV_VERSION
 #error "QV_VERSION must be defined by the build"
@@ -116,14 +113,9 @@ FlowBuild::Result FlowBuild::run(Inputs const& given) {
   };
   std::vector<FileRequest> fileRequests;
   for (std::string const& file : inputs.requestFiles) {
-    std::ifstream in(file);
-    if (!in) throw UsageError("cannot read the request file '" + file + "'");
-    std::stringstream text;
-    text << in.rdbuf();
     int entry = 0;
-    for (auto& message : RequestTypes::listFromJson(text.str(), file)) {
-      fileRequests.push_back(
-          {file + " entry " + std::to_string(++entry), std::move(message)});
+    for (auto& message : RequestTypes::listFromJsonFile(file)) {
+      fileRequests.push_back({file + " entry " + std::to_string(++entry), std::move(message)});
     }
   }
 
@@ -140,8 +132,7 @@ FlowBuild::Result FlowBuild::run(Inputs const& given) {
 
   auto const started = std::chrono::steady_clock::now();
   step_ = 0;
-  steps_ = 3 + static_cast<int>(fileRequests.size()) +
-           (inputs.afterImplRtdFile.empty() ? 0 : 1) +
+  steps_ = 3 + static_cast<int>(fileRequests.size()) + (inputs.afterImplRtdFile.empty() ? 0 : 1) +
            static_cast<int>(inputs.utilizationFiles.size());
   sessionUuid_ = dispatch::server::ConnectionMgr::freshUuid();
   SessionGuard session(host_.connections(), sessionUuid_);

@@ -3,11 +3,11 @@
 #ifndef TOOLS_QVDIAG_FLOWBUILD_H_
 #define TOOLS_QVDIAG_FLOWBUILD_H_
 
+#include <google/protobuf/message.h>
+
 #include <ostream>
 #include <string>
 #include <vector>
-
-#include <google/protobuf/message.h>
 
 #include "tools/qvdiag/ServiceHost.h"
 

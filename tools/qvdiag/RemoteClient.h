@@ -2,10 +2,10 @@
 #ifndef TOOLS_QVDIAG_REMOTECLIENT_H_
 #define TOOLS_QVDIAG_REMOTECLIENT_H_
 
+#include <grpcpp/grpcpp.h>
+
 #include <memory>
 #include <string>
-
-#include <grpcpp/grpcpp.h>
 
 #include "proto/dispatch.grpc.pb.h"
 #include "tools/qvdiag/ListenAddress.h"

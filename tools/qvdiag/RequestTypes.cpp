@@ -1,10 +1,12 @@
 #include "tools/qvdiag/RequestTypes.h"
 
-#include <algorithm>
-
 #include <google/protobuf/descriptor.h>
 #include <google/protobuf/struct.pb.h>
 #include <google/protobuf/util/json_util.h>
+
+#include <algorithm>
+#include <fstream>
+#include <sstream>
 
 #include "proto/system_diagram_server.pb.h"
 #include "tools/qvdiag/UsageError.h"
@@ -23,18 +25,34 @@ std::string joined(std::vector<std::string> const& words) {
   return text;
 }
 
+std::string readText(std::string const& path, char const* what) {
+  std::ifstream in(path);
+  if (!in) throw UsageError(std::string("cannot read the ") + what + " '" + path + "'");
+  std::stringstream text;
+  text << in.rdbuf();
+  return text.str();
+}
+
 }  // namespace
 
 std::vector<std::string> const& RequestTypes::names() {
   static std::vector<std::string> const kNames = {
-      "UtilizationDuringBrenloRun", "AfterRunningBrenlo",
-      "MakeInitialSystemDiagram",   "ReadSystemDiagram",
-      "WriteSystemDiagram",         "UpsertKernelUse",
-      "UpsertKernel",               "UpsertQrxBin",
-      "UpsertQrxBinGeneratedBy",    "UpsertQsaClock",
-      "GetQrxBinGeneratedBy",       "UpdateSystemDiagramAfterBrenloRuns",
-      "UpdateComputeUnit",          "UpsertConnectivity",
-      "WriteFlowReport",            "UpsertPlatform",
+      "UtilizationDuringBrenloRun",
+      "AfterRunningBrenlo",
+      "MakeInitialSystemDiagram",
+      "ReadSystemDiagram",
+      "WriteSystemDiagram",
+      "UpsertKernelUse",
+      "UpsertKernel",
+      "UpsertQrxBin",
+      "UpsertQrxBinGeneratedBy",
+      "UpsertQsaClock",
+      "GetQrxBinGeneratedBy",
+      "UpdateSystemDiagramAfterBrenloRuns",
+      "UpdateComputeUnit",
+      "UpsertConnectivity",
+      "WriteFlowReport",
+      "UpsertPlatform",
   };
   return kNames;
 }
@@ -47,8 +65,8 @@ bool RequestTypes::isKnown(std::string const& name) {
 std::unique_ptr<google::protobuf::Message> RequestTypes::fromJson(std::string const& name,
                                                                   std::string const& json) {
   if (!isKnown(name)) {
-    throw UsageError("unknown request type '" + name + "'; the request types are: " +
-                     joined(names()));
+    throw UsageError("unknown request type '" + name +
+                     "'; the request types are: " + joined(names()));
   }
   // Every request message is generated into this program, so the generated pool has them all.
   std::string const fullName = std::string(kServiceName) + "." + name;
@@ -66,8 +84,8 @@ std::unique_ptr<google::protobuf::Message> RequestTypes::fromJson(std::string co
   options.ignore_unknown_fields = false;
   auto const status = google::protobuf::util::JsonStringToMessage(json, message.get(), options);
   if (!status.ok()) {
-    throw UsageError("the payload is not a valid " + name + " in JSON: " +
-                     std::string(status.message()));
+    throw UsageError("the payload is not a valid " + name +
+                     " in JSON: " + std::string(status.message()));
   }
   return message;
 }
@@ -106,6 +124,16 @@ std::vector<std::unique_ptr<google::protobuf::Message>> RequestTypes::listFromJs
   return requests;
 }
 
+std::unique_ptr<google::protobuf::Message> RequestTypes::fromJsonFile(std::string const& name,
+                                                                      std::string const& path) {
+  return fromJson(name, readText(path, "payload file"));
+}
+
+std::vector<std::unique_ptr<google::protobuf::Message>> RequestTypes::listFromJsonFile(
+    std::string const& path) {
+  return listFromJson(readText(path, "request file"), path);
+}
+
 dispatch::Version RequestTypes::serviceVersion() {
   std::string const text =
       wire::Version::descriptor()->file()->options().GetExtension(wire::file_version);
@@ -142,8 +170,8 @@ std::string RequestTypes::toJson(google::protobuf::Message const& message) {
   std::string json;
   auto const status = google::protobuf::util::MessageToJsonString(message, &json, options);
   if (!status.ok()) {
-    throw std::runtime_error("cannot print a " + message.GetTypeName() + " as JSON: " +
-                             std::string(status.message()));
+    throw std::runtime_error("cannot print a " + message.GetTypeName() +
+                             " as JSON: " + std::string(status.message()));
   }
   return json;
 }

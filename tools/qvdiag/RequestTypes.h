@@ -3,11 +3,11 @@
 #ifndef TOOLS_QVDIAG_REQUESTTYPES_H_
 #define TOOLS_QVDIAG_REQUESTTYPES_H_
 
+#include <google/protobuf/message.h>
+
 #include <memory>
 #include <string>
 #include <vector>
-
-#include <google/protobuf/message.h>
 
 #include "proto/dispatch.pb.h"
 
@@ -35,6 +35,13 @@ class RequestTypes {
   // for anything else.
   static std::vector<std::unique_ptr<google::protobuf::Message>> listFromJson(
       std::string const& json, std::string const& source);
+
+  // The same for the contents of the file at `path`; `source` in the texts is the path. Throws
+  // UsageError naming the path when it cannot be read.
+  static std::unique_ptr<google::protobuf::Message> fromJsonFile(std::string const& name,
+                                                                 std::string const& path);
+  static std::vector<std::unique_ptr<google::protobuf::Message>> listFromJsonFile(
+      std::string const& path);
 
   // The version of the protocol, from the protocol definition's file option.
   static dispatch::Version serviceVersion();

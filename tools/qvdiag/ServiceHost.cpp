@@ -2,12 +2,11 @@
 
 #include <unistd.h>
 
+#include <boost/filesystem.hpp>
 #include <cerrno>
 #include <cstring>
 #include <iostream>
 #include <stdexcept>
-
-#include <boost/filesystem.hpp>
 
 #include "platform/dispatch/HandlerLibrary.h"
 #include "platform/hut/HUTEnv.h"

@@ -7,14 +7,11 @@
 #include <pthread.h>
 #include <signal.h>
 
-#include <fstream>
+#include <CLI/CLI.hpp>
 #include <iostream>
-#include <sstream>
 #include <string>
 #include <thread>
 #include <vector>
-
-#include <CLI/CLI.hpp>
 
 #include "platform/dispatch/RequestHandler.h"
 #include "tools/qvdiag/CompileServerHost.h"
@@ -36,28 +33,22 @@ void addHostOptions(CLI::App& command, ServiceHost::Settings& settings) {
   command.add_option("--library", settings.libraryPath,
                      "The service library to load (default: libqv_system_diagram.so beside "
                      "qvdiag, else in ../lib)");
-  command.add_option("--platform-path", settings.platformPath,
-                     "A directory searched for <platform>.json and <platform>/platform.json; "
-                     "repeat for more, searched in order")
+  command
+      .add_option("--platform-path", settings.platformPath,
+                  "A directory searched for <platform>.json and <platform>/platform.json; "
+                  "repeat for more, searched in order")
       ->check(CLI::ExistingDirectory);
   command.add_option("--timestamp", settings.timestamp,
                      "A fixed time stamp for reports and the build record, for reproducible "
                      "output (default: the clock)");
   command.add_option("--log", settings.logFile,
                      "Append the service trace to FILE (default: standard error)");
-  command.add_option("--log-level", settings.logLevel,
-                     "Trace lines of this level and more serious: 0 errors, 1 failed requests, "
-                     "2 warnings, 3 session events, 4 request entry and exit, 5 everything")
+  command
+      .add_option("--log-level", settings.logLevel,
+                  "Trace lines of this level and more serious: 0 errors, 1 failed requests, "
+                  "2 warnings, 3 session events, 4 request entry and exit, 5 everything")
       ->check(CLI::Range(0, 5))
       ->default_val(1);
-}
-
-std::string readFile(std::string const& path) {
-  std::ifstream in(path);
-  if (!in) throw UsageError("cannot read '" + path + "'");
-  std::stringstream text;
-  text << in.rdbuf();
-  return text.str();
 }
 
 int runBuild(ServiceHost::Settings const& settings, FlowBuild::Inputs const& inputs) {
@@ -100,8 +91,8 @@ int runServe(ServiceHost::Settings const& settings, std::string const& listen) {
   });
   dispatch::Version const version = RequestTypes::serviceVersion();
   std::cout << "qvdiag serve: listening on " << server.target() << " (service "
-            << RequestTypes::kServiceName << " " << version.major() << "." << version.minor()
-            << "." << version.patch() << ", library " << host.libraryPath() << ")" << std::endl;
+            << RequestTypes::kServiceName << " " << version.major() << "." << version.minor() << "."
+            << version.patch() << ", library " << host.libraryPath() << ")" << std::endl;
   server.wait();
   stopper.join();
   std::cerr << "qvdiag serve: stopped" << std::endl;
@@ -114,10 +105,9 @@ ListenAddress serverAddress(std::string const& text) {
 
 int runCall(std::string const& server, std::string const& session, std::string const& type,
             std::string const& json, std::string const& jsonFile) {
-  std::string const payloadJson = !jsonFile.empty() ? readFile(jsonFile)
-                                  : !json.empty()   ? json
-                                                    : std::string("{}");
-  std::unique_ptr<google::protobuf::Message> payload = RequestTypes::fromJson(type, payloadJson);
+  std::unique_ptr<google::protobuf::Message> const payload =
+      !jsonFile.empty() ? RequestTypes::fromJsonFile(type, jsonFile)
+                        : RequestTypes::fromJson(type, json.empty() ? "{}" : json);
   RemoteClient client(serverAddress(server));
   dispatch::Response const response = client.dispatch(RequestTypes::request(session, *payload));
   std::cout << RequestTypes::toJson(response) << std::flush;  // ends in a line break
@@ -167,22 +157,26 @@ int main(int argc, char** argv) {
   build->add_option("--rtd", inputs.rtdFile, "The run-time data file written after linking")
       ->required()
       ->check(CLI::ExistingFile);
-  build->add_option("--platform", inputs.platform,
-                    "The platform: a name found on --platform-path, or the path of its JSON file")
+  build
+      ->add_option("--platform", inputs.platform,
+                   "The platform: a name found on --platform-path, or the path of its JSON file")
       ->required();
   build->add_option("--kernels", inputs.kernelsFile,
                     "The kernels file (default: kernels.txt beside the rtd file; a missing one "
                     "means no kernels)");
-  build->add_option("--after-impl-rtd", inputs.afterImplRtdFile,
-                    "The run-time data file written again after implementation")
+  build
+      ->add_option("--after-impl-rtd", inputs.afterImplRtdFile,
+                   "The run-time data file written again after implementation")
       ->check(CLI::ExistingFile);
-  build->add_option("--utilization", inputs.utilizationFiles,
-                    "A resource report of an implementation stage; repeat for more, merged in "
-                    "order")
+  build
+      ->add_option("--utilization", inputs.utilizationFiles,
+                   "A resource report of an implementation stage; repeat for more, merged in "
+                   "order")
       ->check(CLI::ExistingFile);
-  build->add_option("--requests", inputs.requestFiles,
-                    "A JSON array of further requests, [{\"type\": NAME, \"payload\": {...}}], "
-                    "sent in order after the import; repeat for more")
+  build
+      ->add_option("--requests", inputs.requestFiles,
+                   "A JSON array of further requests, [{\"type\": NAME, \"payload\": {...}}], "
+                   "sent in order after the import; repeat for more")
       ->check(CLI::ExistingFile);
   build->add_option("--out-dir", inputs.outDir, "Where the two files are written (created)")
       ->default_val(".");
@@ -241,13 +235,12 @@ int main(int argc, char** argv) {
 
   // session
   std::string sessionServer, sessionUuid, sessionName, forkSource;
-  CLI::App* session = app.add_subcommand(
-      "session", "Create, fork or remove a session of a running server");
+  CLI::App* session =
+      app.add_subcommand("session", "Create, fork or remove a session of a running server");
   session->require_subcommand(1);
   session->add_option("--server", sessionServer,
                       "The server's address (default: unix:/tmp/qvdiag-<uid>.sock)");
-  CLI::App* create =
-      session->add_subcommand("create", "Create a session and print its UUID");
+  CLI::App* create = session->add_subcommand("create", "Create a session and print its UUID");
   create->add_option("--uuid", sessionUuid, "The UUID to use (default: a fresh one)");
   create->add_option("--name", sessionName, "The session's name");
   CLI::App* fork = session->add_subcommand(

@@ -1,19 +1,18 @@
 #include "tools/qvdiag/CompileServerHost.h"
 
+#include <gtest/gtest.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/un.h>
 #include <unistd.h>
 
 #include <atomic>
+#include <boost/filesystem.hpp>
 #include <chrono>
 #include <fstream>
 #include <memory>
 #include <string>
 #include <thread>
-
-#include <boost/filesystem.hpp>
-#include <gtest/gtest.h>
 
 #include "platform/dispatch/RequestHandler.h"
 #include "proto/system_diagram_server.pb.h"
@@ -120,9 +119,9 @@ TEST_F(CompileServerHostTest, SessionTableRefusalsBecomeGrpcStatusesWithTheirTex
             "ForkSession" + at +
                 "NOT_FOUND: SYSTEM_DIAGRAM: ERROR, no session with UUID 'absent' found to "
                 "fork from");
-  EXPECT_EQ(failureOf([&] { client.forkSession("", session("new")); }),
-            "ForkSession" + at +
-                "INVALID_ARGUMENT: SYSTEM_DIAGRAM: ERROR, UUID is empty in forkSession");
+  EXPECT_EQ(
+      failureOf([&] { client.forkSession("", session("new")); }),
+      "ForkSession" + at + "INVALID_ARGUMENT: SYSTEM_DIAGRAM: ERROR, UUID is empty in forkSession");
   // The server goes on serving.
   EXPECT_EQ(client.createSession(session("after")).uuid(), "after");
 }
@@ -187,8 +186,7 @@ TEST_F(CompileServerHostTest, LoopbackTcpWithPortZeroGetsAPortOfItsOwn) {
 TEST_F(CompileServerHostTest, UnreachableServerIsNamedWithUnavailable) {
   RemoteClient client(address);
   std::string const text = failureOf([&] { client.createSession(session("x")); });
-  EXPECT_EQ(text.rfind("CreateSession at unix:" + socketPath + " failed with UNAVAILABLE: ", 0),
-            0u)
+  EXPECT_EQ(text.rfind("CreateSession at unix:" + socketPath + " failed with UNAVAILABLE: ", 0), 0u)
       << text;
 }
 

@@ -1,10 +1,10 @@
 #include "tools/qvdiag/DiagramSummary.h"
 
+#include <gtest/gtest.h>
+
 #include <fstream>
 #include <sstream>
 #include <string>
-
-#include <gtest/gtest.h>
 
 #include "proto/system_diagram.pb.h"
 #include "tests/support/TempDir.h"
@@ -48,8 +48,8 @@ TEST_F(DiagramSummaryTest, CountsOverAllUserRegionsAndOrdersStatesAsARun) {
     user->add_connectivity();
     user->add_connectivity();
     pb::computeUnit* unit = user->add_compute_units();
-    unit->add_actual_resources()->set_design_state(
-        region == 0 ? pb::DESIGN_STATE_ROUTED : pb::DESIGN_STATE_SYNTHESIZED);
+    unit->add_actual_resources()->set_design_state(region == 0 ? pb::DESIGN_STATE_ROUTED
+                                                               : pb::DESIGN_STATE_SYNTHESIZED);
   }
   DiagramSummary const summary(diagram);
   EXPECT_EQ(summary.memoriesInUse, 2u);

@@ -1,11 +1,11 @@
 #include "tools/qvdiag/FlowBuild.h"
 
+#include <gtest/gtest.h>
+
+#include <boost/filesystem.hpp>
 #include <fstream>
 #include <sstream>
 #include <string>
-
-#include <boost/filesystem.hpp>
-#include <gtest/gtest.h>
 
 #include "tests/support/Golden.h"
 #include "tests/support/TempDir.h"

@@ -1,10 +1,9 @@
 #include "tools/qvdiag/ListenAddress.h"
 
+#include <gtest/gtest.h>
 #include <unistd.h>
 
 #include <string>
-
-#include <gtest/gtest.h>
 
 #include "tools/qvdiag/UsageError.h"
 
@@ -59,14 +58,18 @@ struct BadAddress {
 
 BadAddress const kBad[] = {
     {"unix:", "'unix:' names no socket path: expected unix:PATH"},
-    {"tcp:", "'tcp:' has no valid port: expected unix:PATH, tcp:PORT, PORT or HOST:PORT, with a "
-             "port from 0 to 65535"},
-    {"65536", "'65536' has no valid port: expected unix:PATH, tcp:PORT, PORT or HOST:PORT, with "
-              "a port from 0 to 65535"},
-    {"host:port", "'host:port' has no valid port: expected unix:PATH, tcp:PORT, PORT or "
-                  "HOST:PORT, with a port from 0 to 65535"},
-    {"localhost:123456", "'localhost:123456' has no valid port: expected unix:PATH, tcp:PORT, "
-                         "PORT or HOST:PORT, with a port from 0 to 65535"},
+    {"tcp:",
+     "'tcp:' has no valid port: expected unix:PATH, tcp:PORT, PORT or HOST:PORT, with a "
+     "port from 0 to 65535"},
+    {"65536",
+     "'65536' has no valid port: expected unix:PATH, tcp:PORT, PORT or HOST:PORT, with "
+     "a port from 0 to 65535"},
+    {"host:port",
+     "'host:port' has no valid port: expected unix:PATH, tcp:PORT, PORT or "
+     "HOST:PORT, with a port from 0 to 65535"},
+    {"localhost:123456",
+     "'localhost:123456' has no valid port: expected unix:PATH, tcp:PORT, "
+     "PORT or HOST:PORT, with a port from 0 to 65535"},
     {"server", "'server' is not an address: expected unix:PATH, tcp:PORT, PORT or HOST:PORT"},
     {":80", "':80' is not an address: expected unix:PATH, tcp:PORT, PORT or HOST:PORT"},
     {"", "'' is not an address: expected unix:PATH, tcp:PORT, PORT or HOST:PORT"},

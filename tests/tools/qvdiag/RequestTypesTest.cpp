@@ -1,9 +1,9 @@
 #include "tools/qvdiag/RequestTypes.h"
 
+#include <gtest/gtest.h>
+
 #include <string>
 #include <vector>
-
-#include <gtest/gtest.h>
 
 #include "proto/system_diagram_server.pb.h"
 #include "tools/qvdiag/UsageError.h"
@@ -14,12 +14,22 @@ namespace {
 namespace wire = dispatch::system_diagram_server;
 
 TEST(RequestTypesTest, KnowsTheSixteenRequestsInTheServicesOrder) {
-  std::vector<std::string> const expected = {
-      "UtilizationDuringBrenloRun", "AfterRunningBrenlo", "MakeInitialSystemDiagram",
-      "ReadSystemDiagram", "WriteSystemDiagram", "UpsertKernelUse", "UpsertKernel",
-      "UpsertQrxBin", "UpsertQrxBinGeneratedBy", "UpsertQsaClock", "GetQrxBinGeneratedBy",
-      "UpdateSystemDiagramAfterBrenloRuns", "UpdateComputeUnit", "UpsertConnectivity",
-      "WriteFlowReport", "UpsertPlatform"};
+  std::vector<std::string> const expected = {"UtilizationDuringBrenloRun",
+                                             "AfterRunningBrenlo",
+                                             "MakeInitialSystemDiagram",
+                                             "ReadSystemDiagram",
+                                             "WriteSystemDiagram",
+                                             "UpsertKernelUse",
+                                             "UpsertKernel",
+                                             "UpsertQrxBin",
+                                             "UpsertQrxBinGeneratedBy",
+                                             "UpsertQsaClock",
+                                             "GetQrxBinGeneratedBy",
+                                             "UpdateSystemDiagramAfterBrenloRuns",
+                                             "UpdateComputeUnit",
+                                             "UpsertConnectivity",
+                                             "WriteFlowReport",
+                                             "UpsertPlatform"};
   EXPECT_EQ(RequestTypes::names(), expected);
 }
 
@@ -66,9 +76,10 @@ TEST(RequestTypesTest, MalformedJsonIsBadUseNamingTheType) {
     RequestTypes::fromJson("WriteSystemDiagram", R"({"path": )");
     FAIL() << "accepted";
   } catch (UsageError const& error) {
-    EXPECT_EQ(std::string(error.what()).rfind("the payload is not a valid WriteSystemDiagram in "
-                                              "JSON: ",
-                                              0),
+    EXPECT_EQ(std::string(error.what())
+                  .rfind("the payload is not a valid WriteSystemDiagram in "
+                         "JSON: ",
+                         0),
               0u)
         << error.what();
   }
@@ -138,9 +149,9 @@ TEST(RequestTypesTest, ListNamesTheEntryWhosePayloadDoesNotFit) {
     FAIL() << "accepted";
   } catch (UsageError const& error) {
     std::string const text = error.what();
-    EXPECT_EQ(text.rfind("reqs.json: entry 1: the payload is not a valid WriteFlowReport in JSON: ",
-                         0),
-              0u)
+    EXPECT_EQ(
+        text.rfind("reqs.json: entry 1: the payload is not a valid WriteFlowReport in JSON: ", 0),
+        0u)
         << text;
   }
   try {

@@ -1,9 +1,9 @@
 #include "tools/qvdiag/ServiceHost.h"
 
+#include <gtest/gtest.h>
+
 #include <fstream>
 #include <string>
-
-#include <gtest/gtest.h>
 
 #include "platform/hut/HUTEnv.h"
 #include "platform/mvk/NativeObjectService.h"
@@ -80,9 +80,9 @@ TEST_F(ServiceHostTest, UnwritableLogFileIsNamed) {
     ServiceHost host(given);
     FAIL() << "opened";
   } catch (std::runtime_error const& error) {
-    EXPECT_EQ(std::string(error.what()),
-              "cannot open the log file '" + dir.file("no/such/dir/server.log") +
-                  "' for writing: No such file or directory");
+    EXPECT_EQ(std::string(error.what()), "cannot open the log file '" +
+                                             dir.file("no/such/dir/server.log") +
+                                             "' for writing: No such file or directory");
   }
 }
 
