@@ -2,7 +2,8 @@
 # The library's dynamic symbol table: the factory, the Log settings, the session table's
 # exception classes, the tree dump IPA::RtdTestVisitor and, for callers that read an actual
 # resources document, IPA::ActualResourcesTree, its visitors and the one member
-# IPA::ActualResourceCollection::states are exported; the library's other own classes are not.
+# IPA::ActualResourceCollection::states are exported, and so is the hardware repository (qd::);
+# the library's other own classes are not.
 set -euo pipefail
 lib="$1"
 symbols=$(nm -DC --defined-only "$lib")
@@ -26,6 +27,10 @@ expect "typeinfo for IPA::ActualResourcesComputeUnitVisitor"
 expect "IPA::ActualResourcesComputeUnitVisitor::ActualResourcesComputeUnitVisitor("
 expect "IPA::ActualResourcesComputeUnitVisitor::visit(IPA::ActualResourcesTree&)"
 expect "IPA::ActualResourceCollection::states"
+expect "qd::QDXPathDoc::buildDoc("
+expect "qd::QDXPathDoc::stringQuery("
+expect "qd::file_exists("
+expect "qd::getFileName("
 exported='RtdTestVisitor|ActualResourcesTree|ActualResourceTreeVisitor'
 exported+='|ActualResourcesSchemaValidationVisitor|ActualResourcesComputeUnitVisitor'
 if grep -E ' [TW] IPA::' <<<"$symbols" |

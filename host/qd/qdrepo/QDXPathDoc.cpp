@@ -1,0 +1,213 @@
+#include "host/qd/qdrepo/QDXPathDoc.h"
+
+#include <libxml/parser.h>
+#include <libxml/xpathInternals.h>
+
+#include <cstdio>
+#include <iostream>
+
+#include "host/qd/qdrepo/QDNamespaces.h"
+#include "service/Log.h"
+
+namespace qd {
+namespace {
+
+// The text of a node as the repository reads it: the content of its first child, which for an
+// attribute node is its value. An attribute with an empty value has no child and reads as "".
+std::string textOf(xmlNodePtr node) {
+  if (node == nullptr || node->children == nullptr || node->children->content == nullptr) {
+    return "";
+  }
+  return reinterpret_cast<char const*>(node->children->content);
+}
+
+// Frees an XPath result object when the scope ends, also a null one.
+class ResultObject {
+ public:
+  ResultObject(std::string const& expression, xmlXPathContextPtr context)
+      : object_(xmlXPathEvalExpression(reinterpret_cast<xmlChar const*>(expression.c_str()),
+                                       context)) {}
+  ~ResultObject() { xmlXPathFreeObject(object_); }
+  ResultObject(ResultObject const&) = delete;
+  ResultObject& operator=(ResultObject const&) = delete;
+
+  xmlXPathObjectPtr get() const { return object_; }
+  xmlXPathObjectPtr operator->() const { return object_; }
+
+ private:
+  xmlXPathObjectPtr object_;
+};
+
+// The shape shared by the three number queries; `nullNumber` and `typeNumber` are their Log
+// numbers for a failed evaluation and for a result that is no number.
+double numberQuery(std::string const& expression, std::string const& caller,
+                   xmlXPathContextPtr context, int nullNumber, int typeNumber, bool* ok) {
+  *ok = false;
+  ResultObject result(expression, context);
+  if (result.get() == nullptr) {
+    Log(logERROR, nullNumber) << caller << " " << expression << " is NULL";
+    return -1;
+  }
+  if (result->type != XPATH_NUMBER) {
+    Log(logERROR, typeNumber) << caller << " " << expression << " is not an XPATH_NUMBER";
+    return -1;
+  }
+  // NaN is the ordinary answer for number(...) of an absent attribute.
+  if (xmlXPathIsNaN(result->floatval)) return -1;
+  *ok = true;
+  return result->floatval;
+}
+
+}  // namespace
+
+bool file_exists(std::string const& path) {
+  if (path.empty()) return false;
+  FILE* file = std::fopen(path.c_str(), "r");
+  if (file == nullptr) return false;
+  return std::fclose(file) == 0;
+}
+
+std::string getFileName(std::string const& path) {
+  std::size_t const separator = path.find_last_of("/\\");
+  if (separator == std::string::npos) return path;
+  return path.substr(separator + 1);
+}
+
+boost::shared_ptr<QDXPathDoc> QDXPathDoc::buildDoc(std::string const& fileName,
+                                                   bool interactive) {
+  if (!file_exists(fileName)) {
+    Log(logERROR, 1001) << "Cannot open " << fileName;
+    return {};
+  }
+  // The document itself is made non-interactive; the flag only decides step 5 here.
+  boost::shared_ptr<QDXPathDoc> document(new QDXPathDoc(fileName, false));
+  if (!document->parseFile()) return {};
+  for (QDNamespace const& space : kQDNamespaces) {
+    if (!document->registerNamespace(reinterpret_cast<xmlChar const*>(space.prefix),
+                                     reinterpret_cast<xmlChar const*>(space.uri))) {
+      return {};
+    }
+  }
+  if (interactive) document->queryDocInteractive();
+  return document;
+}
+
+QDXPathDoc::QDXPathDoc(std::string const& name, bool isInteractive)
+    : fileName(name), interactive(isInteractive) {
+  xmlInitParser();
+}
+
+QDXPathDoc::QDXPathDoc(QDXPathDoc const& other)
+    : fileName(other.fileName),
+      doc(other.doc),
+      xpathContext(other.xpathContext),
+      interactive(other.interactive) {}
+
+QDXPathDoc::~QDXPathDoc() {
+  xmlCleanupParser();
+  if (doc != nullptr) xmlFreeDoc(doc);
+  if (xpathContext != nullptr) xmlXPathFreeContext(xpathContext);
+}
+
+bool QDXPathDoc::parseFile() {
+  if (!file_exists(fileName)) {
+    Log(logERROR, 1000) << "Cannot open " << fileName;
+    return false;
+  }
+  // No parser options: no recovery, blanks kept, libxml2's defaults throughout.
+  doc = xmlReadFile(fileName.c_str(), nullptr, 0);
+  if (doc == nullptr) return false;
+  xpathContext = xmlXPathNewContext(doc);
+  if (xpathContext == nullptr) {
+    xmlFreeDoc(doc);
+    doc = nullptr;
+    return false;
+  }
+  return true;
+}
+
+bool QDXPathDoc::registerNamespace(xmlChar const* prefix, xmlChar const* uri) {
+  return xmlXPathRegisterNs(xpathContext, prefix, uri) == 0;
+}
+
+int QDXPathDoc::intQuery(std::string const& expression, std::string const& caller) {
+  bool ok = false;
+  double const value = numberQuery(expression, caller, xpathContext, 1002, 1003, &ok);
+  return ok ? static_cast<int>(value) : -1;
+}
+
+long long QDXPathDoc::longLongQuery(std::string const& expression, std::string const& caller) {
+  bool ok = false;
+  double const value = numberQuery(expression, caller, xpathContext, 1004, 1005, &ok);
+  return ok ? static_cast<long long>(value) : -1;
+}
+
+double QDXPathDoc::floatQuery(std::string const& expression, std::string const& caller) {
+  bool ok = false;
+  double const value = numberQuery(expression, caller, xpathContext, 1006, 1007, &ok);
+  return ok ? value : -1.0;
+}
+
+bool QDXPathDoc::booleanQuery(std::string const& expression, std::string const& caller) {
+  ResultObject result(expression, xpathContext);
+  if (result.get() == nullptr || result->type != XPATH_BOOLEAN) {
+    Log(logERROR, 1008) << caller << " " << expression << " does not evaluate to XPATH_BOOLEAN";
+    return false;
+  }
+  return result->boolval != 0;
+}
+
+std::string QDXPathDoc::stringQuery(std::string const& expression, std::string const&) {
+  ResultObject result(expression, xpathContext);
+  if (result.get() == nullptr) return "";
+  if (result->type == XPATH_STRING) {
+    return result->stringval != nullptr ? reinterpret_cast<char const*>(result->stringval) : "";
+  }
+  if (result->type != XPATH_NODESET || result->nodesetval == nullptr ||
+      result->nodesetval->nodeNr < 1) {
+    return "";
+  }
+  // Duplicates that agree are one answer; any disagreement is no answer.
+  xmlNodeSetPtr const nodes = result->nodesetval;
+  std::string const first = textOf(nodes->nodeTab[0]);
+  for (int i = 1; i < nodes->nodeNr; ++i) {
+    if (textOf(nodes->nodeTab[i]) != first) return "";
+  }
+  return first;
+}
+
+std::vector<std::string> QDXPathDoc::stringListQuery(std::string const& expression,
+                                                     std::string const&) {
+  std::vector<std::string> values;
+  ResultObject result(expression, xpathContext);
+  if (result.get() == nullptr) return values;
+  if (result->type == XPATH_STRING) {
+    values.emplace_back(result->stringval != nullptr
+                            ? reinterpret_cast<char const*>(result->stringval)
+                            : "");
+  } else if (result->type == XPATH_NODESET && result->nodesetval != nullptr) {
+    for (int i = 0; i < result->nodesetval->nodeNr; ++i) {
+      values.push_back(textOf(result->nodesetval->nodeTab[i]));
+    }
+  }
+  return values;
+}
+
+bool QDXPathDoc::queryDocInteractive() {
+  static char const* const kPrompt = "Enter XPath expression (-q to exit): ";
+  std::cout << kPrompt;
+  std::string line;
+  while (std::getline(std::cin, line) && line != "-q" && line != "q") {
+    std::cout << "evaluating " << line << std::endl;
+    xmlXPathObjectPtr result =
+        xmlXPathEvalExpression(reinterpret_cast<xmlChar const*>(line.c_str()), xpathContext);
+    xmlXPathDebugDumpObject(stdout, result, 0);
+    std::fflush(stdout);
+    xmlXPathFreeObject(result);
+    std::cout << kPrompt;
+  }
+  std::cout << std::endl;
+  return true;
+}
+
+}  // namespace qd

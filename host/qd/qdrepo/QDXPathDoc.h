@@ -1,0 +1,88 @@
+// One parsed repository file and the XPath queries over it.
+#ifndef HOST_QD_QDREPO_QDXPATHDOC_H_
+#define HOST_QD_QDREPO_QDXPATHDOC_H_
+
+#include <libxml/tree.h>
+#include <libxml/xpath.h>
+
+#include <string>
+#include <vector>
+
+#include <boost/shared_ptr.hpp>
+
+#include "service/Export.h"
+
+namespace qd {
+
+// Whether `path` names a file that can be opened for reading; false for an empty path.
+QV_EXPORT bool file_exists(std::string const& path);
+// What follows the last '/' or '\' of `path` (both count on every platform); the whole path
+// when it has neither; "" when it ends in one.
+QV_EXPORT std::string getFileName(std::string const& path);
+
+// An XML document and an XPath context with the repository's six namespace prefixes bound
+// (kQDNamespaces), answering XPath expressions as plain values.
+//
+// Queries never throw. What they cannot answer they answer with a sentinel: -1 (-1.0) for the
+// number queries, false, "" or an empty list; some also write a numbered Log line
+// ("ERROR: [Morvane 83-1002] <caller> <expression> is NULL"). A missing attribute asked for with
+// number(...) is -1 without a message, which callers rely on.
+//
+// Not thread-safe: the XPath context is mutable state, so one document serves one thread at a
+// time. Made by buildDoc and passed around by boost::shared_ptr; a copy would share the
+// document and free it twice, so repository code never copies one.
+class QV_EXPORT QDXPathDoc {
+ public:
+  // A document of `fileName` with its namespaces registered, or null: when the file cannot be
+  // opened (Log ERROR 1001 "Cannot open <file>"), is not well-formed XML, or a namespace cannot
+  // be registered. With `interactive`, runs queryDocInteractive before returning.
+  static boost::shared_ptr<QDXPathDoc> buildDoc(std::string const& fileName, bool interactive);
+
+  // Keeps the name and the flag; the handles stay null until parseFile. Calls xmlInitParser.
+  QDXPathDoc(std::string const& fileName, bool interactive);
+  // Shares the other's document and context (see the class comment).
+  QDXPathDoc(QDXPathDoc const& other);
+  QDXPathDoc& operator=(QDXPathDoc const&) = delete;
+  // xmlCleanupParser, then frees the document, then the context: the order of the original
+  // program, kept as it is.
+  ~QDXPathDoc();
+
+  // Reads the file and makes the XPath context. False, with the handles left null, when the
+  // file cannot be opened (Log ERROR 1000), is not well-formed, or the context cannot be made.
+  bool parseFile();
+  // True when libxml2 took the binding.
+  bool registerNamespace(xmlChar const* prefix, xmlChar const* uri);
+
+  // The number `expression` evaluates to, truncated toward zero for the integer forms; -1 for
+  // NaN (no message), a failed evaluation (Log 1002/1004/1006 "... is NULL") or a result that is
+  // not a number (Log 1003/1005/1007 "... is not an XPATH_NUMBER"). `caller` only names the
+  // asking function in those lines.
+  int intQuery(std::string const& expression, std::string const& caller);
+  long long longLongQuery(std::string const& expression, std::string const& caller);
+  double floatQuery(std::string const& expression, std::string const& caller);
+  // The boolean value; false with Log ERROR 1008 "... does not evaluate to XPATH_BOOLEAN" for
+  // anything else.
+  bool booleanQuery(std::string const& expression, std::string const& caller);
+  // A string result, or the text of the nodes of a node set when they all agree; "" otherwise.
+  // An attribute with an empty value reads as "". No message.
+  std::string stringQuery(std::string const& expression, std::string const& caller);
+  // A string result as one element, or the text of every node of a node set in order,
+  // duplicates kept; empty otherwise. No message.
+  std::vector<std::string> stringListQuery(std::string const& expression,
+                                           std::string const& caller);
+
+  // A debugging loop: reads XPath expressions from standard input until end of input, "q" or
+  // "-q", and dumps each result to standard output. Always true.
+  bool queryDocInteractive();
+
+  // In the order of the original program's members. `interactive` is set by QDSRepo's
+  // constructor; no query reads it.
+  std::string fileName;
+  xmlDocPtr doc = nullptr;
+  xmlXPathContextPtr xpathContext = nullptr;
+  bool interactive = false;
+};
+
+}  // namespace qd
+
+#endif  // HOST_QD_QDREPO_QDXPATHDOC_H_
