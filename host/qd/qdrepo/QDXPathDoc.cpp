@@ -73,8 +73,7 @@ std::string getFileName(std::string const& path) {
   return path.substr(separator + 1);
 }
 
-boost::shared_ptr<QDXPathDoc> QDXPathDoc::buildDoc(std::string const& fileName,
-                                                   bool interactive) {
+boost::shared_ptr<QDXPathDoc> QDXPathDoc::buildDoc(std::string const& fileName, bool interactive) {
   if (!file_exists(fileName)) {
     Log(logERROR, 1001) << "Cannot open " << fileName;
     return {};
@@ -182,9 +181,8 @@ std::vector<std::string> QDXPathDoc::stringListQuery(std::string const& expressi
   ResultObject result(expression, xpathContext);
   if (result.get() == nullptr) return values;
   if (result->type == XPATH_STRING) {
-    values.emplace_back(result->stringval != nullptr
-                            ? reinterpret_cast<char const*>(result->stringval)
-                            : "");
+    values.emplace_back(
+        result->stringval != nullptr ? reinterpret_cast<char const*>(result->stringval) : "");
   } else if (result->type == XPATH_NODESET && result->nodesetval != nullptr) {
     for (int i = 0; i < result->nodesetval->nodeNr; ++i) {
       values.push_back(textOf(result->nodesetval->nodeTab[i]));

@@ -5,10 +5,9 @@
 #include <libxml/tree.h>
 #include <libxml/xpath.h>
 
+#include <boost/shared_ptr.hpp>
 #include <string>
 #include <vector>
-
-#include <boost/shared_ptr.hpp>
 
 #include "service/Export.h"
 

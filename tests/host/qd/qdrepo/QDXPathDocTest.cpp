@@ -1,13 +1,12 @@
 #include "host/qd/qdrepo/QDXPathDoc.h"
 
+#include <gtest/gtest.h>
 #include <libxml/xmlerror.h>
 
 #include <fstream>
 #include <sstream>
 #include <string>
 #include <vector>
-
-#include <gtest/gtest.h>
 
 #include "host/qd/qdrepo/QDNamespaces.h"
 #include "tests/support/Golden.h"
@@ -239,9 +238,7 @@ TEST_F(QDXPathDocInteractiveTest, QEndsTheLoop) {
   EXPECT_EQ(session("q\ncount(//qd:item)\n"), kPrompt + "\n");
 }
 
-TEST_F(QDXPathDocInteractiveTest, DashQEndsTheLoop) {
-  EXPECT_EQ(session("-q\n"), kPrompt + "\n");
-}
+TEST_F(QDXPathDocInteractiveTest, DashQEndsTheLoop) { EXPECT_EQ(session("-q\n"), kPrompt + "\n"); }
 
 TEST_F(QDXPathDocInteractiveTest, EndOfInputEndsTheLoop) { EXPECT_EQ(session(""), kPrompt + "\n"); }
 
