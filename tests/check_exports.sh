@@ -31,6 +31,9 @@ expect "qd::QDXPathDoc::buildDoc("
 expect "qd::QDXPathDoc::stringQuery("
 expect "qd::file_exists("
 expect "qd::getFileName("
+expect "qd::Component::Component("
+expect "typeinfo for qd::AxiBusIntf"
+expect "qd::str2port_t("
 exported='RtdTestVisitor|ActualResourcesTree|ActualResourceTreeVisitor'
 exported+='|ActualResourcesSchemaValidationVisitor|ActualResourcesComputeUnitVisitor'
 if grep -E ' [TW] IPA::' <<<"$symbols" |
