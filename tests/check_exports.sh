@@ -32,7 +32,7 @@ expect "qd::QDXPathDoc::stringQuery("
 expect "qd::file_exists("
 expect "qd::getFileName("
 expect "qd::Component::Component("
-expect "typeinfo for qd::AxiBusIntf"
+expect "qd::AxiBusIntf::AxiBusIntf("
 expect "qd::str2port_t("
 exported='RtdTestVisitor|ActualResourcesTree|ActualResourceTreeVisitor'
 exported+='|ActualResourcesSchemaValidationVisitor|ActualResourcesComputeUnitVisitor'
