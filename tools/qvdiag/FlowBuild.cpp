@@ -120,6 +120,7 @@ FlowBuild::Result FlowBuild::run(Inputs const& given) {
   }
 
   Result result;
+  result.binaryLabel = inputs.binaryLabel;
   result.diagramFile = (fs::path(inputs.outDir) / kDiagramFileName).string();
   result.reportFile = (fs::path(inputs.outDir) / kReportFileName).string();
 

@@ -47,6 +47,7 @@ class FlowBuild {
   };
 
   struct Result {
+    std::string binaryLabel;  // as given or defaulted
     std::string diagramFile;
     std::string reportFile;
   };

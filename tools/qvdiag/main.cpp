@@ -56,8 +56,7 @@ int runBuild(ServiceHost::Settings const& settings, FlowBuild::Inputs const& inp
   FlowBuild flow(host, std::cerr);
   FlowBuild::Result const written = flow.run(inputs);
   DiagramSummary const summary = DiagramSummary::fromFile(written.diagramFile);
-  std::cout << "qvdiag build: system diagram of " << FlowBuild::withDefaults(inputs).binaryLabel
-            << '\n';
+  std::cout << "qvdiag build: system diagram of " << written.binaryLabel << '\n';
   summary.print(std::cout);
   std::cout << "  diagram          " << written.diagramFile << '\n'
             << "  flow report      " << written.reportFile << std::endl;

@@ -76,6 +76,7 @@ TEST_F(FlowBuildTest, WholeFlowOnTheExampleWritesBothFilesAndTellsEachStep) {
   inputs.utilizationFiles = {qvtest::exampleFile("design/vector_pipeline.synth.util.json"),
                              qvtest::exampleFile("design/vector_pipeline.route.util.json")};
   FlowBuild::Result const result = flow.run(inputs);
+  EXPECT_EQ(result.binaryLabel, "vector_pipeline");
   EXPECT_EQ(result.diagramFile, dir.file("out/system_diagram.json"));
   EXPECT_EQ(result.reportFile, dir.file("out/flow_report.txt"));
 
