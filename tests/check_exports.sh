@@ -34,6 +34,8 @@ expect "qd::getFileName("
 expect "qd::Component::Component("
 expect "qd::AxiBusIntf::AxiBusIntf("
 expect "qd::str2port_t("
+expect "qd::QDSRepo::QDSRepo("
+expect "qd::QDSRepo::checkDatabase("
 exported='RtdTestVisitor|ActualResourcesTree|ActualResourceTreeVisitor'
 exported+='|ActualResourcesSchemaValidationVisitor|ActualResourcesComputeUnitVisitor'
 if grep -E ' [TW] IPA::' <<<"$symbols" |

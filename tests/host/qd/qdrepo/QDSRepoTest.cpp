@@ -1,0 +1,219 @@
+#include "host/qd/qdrepo/QDSRepo.h"
+
+#include <gtest/gtest.h>
+#include <libxml/xmlerror.h>
+
+#include <boost/property_tree/exceptions.hpp>
+#include <fstream>
+#include <iostream>
+#include <memory>
+#include <sstream>
+#include <string>
+
+#include "host/qd/qdrepo/QDEnumerations.h"
+#include "tests/support/Golden.h"
+#include "tests/support/TempDir.h"
+
+namespace qd {
+namespace {
+
+void silentLibxml(void*, char const*, ...) {}
+
+class QDSRepoTest : public ::testing::Test {
+ protected:
+  void SetUp() override { xmlSetGenericErrorFunc(nullptr, silentLibxml); }
+  void TearDown() override {
+    xmlSetGenericErrorFunc(nullptr, nullptr);
+    Log::reportingLevel = logINFO;
+  }
+
+  // A repository file in the test's directory holding `body` inside qd:repository.
+  std::string file(std::string const& name, std::string const& body) {
+    std::ofstream(dir.file(name)) << "<qd:repository xmlns:qd=\"urn:quarrix:qd\">" << body
+                                  << "</qd:repository>";
+    return dir.file(name);
+  }
+
+  template <class Call>
+  static std::string stderrOf(Call call) {
+    testing::internal::CaptureStderr();
+    call();
+    return testing::internal::GetCapturedStderr();
+  }
+
+  std::string const core = qvtest::dataFile("repository/core.xml");
+  qvtest::TempDir dir;
+};
+
+TEST_F(QDSRepoTest, CachesEveryComponentThatParsesAndSkipsTheOthers) {
+  Log::reportingLevel = logINTERNAL;
+  std::unique_ptr<QDSRepo> repo;
+  EXPECT_EQ(stderrOf([&] { repo = std::make_unique<QDSRepo>(core, 0); }),
+            "INTERNAL: [Morvane 83-9999] Adding component plat for parsing\n"
+            "INTERNAL: [Morvane 83-9999] Adding component acc for parsing\n"
+            "INTERNAL: [Morvane 83-9999] Adding component gen for parsing\n"
+            "INTERNAL: [Morvane 83-9999] Failed to parse data base reset intf entry "
+            "broken/ap_rst_n: No such node (<xmlattr>.qd:clockRef)\n"
+            "INTERNAL: [Morvane 83-9999] Skipping due to Failed to parse data file for broken\n"
+            "INTERNAL: [Morvane 83-9999] Skipping component for parsing broken\n");
+  EXPECT_EQ(repo->components.size(), 3u);
+  EXPECT_EQ(repo->components.count("broken"), 0u);
+  ASSERT_TRUE(repo->platformComponent);
+  EXPECT_EQ(repo->platformComponent->Name(), "plat");
+  EXPECT_EQ(repo->flags, 0u);
+  EXPECT_FALSE(repo->doc->interactive);
+  EXPECT_EQ(repo->getFileName(), core);
+}
+
+TEST_F(QDSRepoTest, SkippedComponentIsStillThereForXPath) {
+  QDSRepo repo(core, 0);
+  EXPECT_EQ(repo.getNumQdComponents(), 4);
+  EXPECT_TRUE(repo.isQdComp("broken"));
+  EXPECT_TRUE(repo.isQdAcceleratorComp("broken"));
+  EXPECT_EQ(repo.getIthQdComponent(3), "broken");
+  EXPECT_EQ(repo.getIthQdComponent(4), "");
+}
+
+TEST_F(QDSRepoTest, FileWithNoFunctionAndNoComponentStands) {
+  QDSRepo repo(file("empty.xml", ""), 0);
+  EXPECT_TRUE(repo.checkDatabase());
+  EXPECT_FALSE(repo.platformComponent);
+  EXPECT_EQ(repo.getNumQdComponents(), 0);
+  EXPECT_EQ(repo.getNumQdHwFcns(), 0);
+}
+
+TEST_F(QDSRepoTest, FunctionsOnAnAcceleratorOrThePlatformPassTheCheck) {
+  QDSRepo repo(core, 0);
+  EXPECT_EQ(repo.getNumQdHwFcns(), 2);
+  EXPECT_EQ(repo.getIthQdHwFcn(1), "f_plat");
+  EXPECT_EQ(repo.getQdHwFcnQdComponentRef("f_acc"), "acc");
+  EXPECT_EQ(stderrOf([&] { EXPECT_TRUE(repo.checkDatabase()); }), "");
+}
+
+TEST_F(QDSRepoTest, FunctionOnAGenericComponentFailsWithTheListOfFunctions) {
+  QDSRepo repo(file("generic.xml",
+                    "<qd:component qd:name=\"gen\" qd:type=\"generic\"/>"
+                    "<qd:component qd:name=\"acc\" qd:type=\"accelerator\"/>"
+                    "<qd:fcnMap qd:fcnName=\"f_gen\" qd:componentRef=\"gen\"/>"
+                    "<qd:fcnMap qd:fcnName=\"f_acc\" qd:componentRef=\"acc\"/>"),
+               0);
+  EXPECT_EQ(stderrOf([&] { EXPECT_FALSE(repo.checkDatabase()); }),
+            "ERROR: [Morvane 83-1020] Function 'f_gen' does not map to accelerator or platform "
+            "hardware.  This can occur if the hardware function specifier is in error.  "
+            "Declared hardware functions: f_gen, f_acc\n");
+}
+
+TEST_F(QDSRepoTest, CheckOfAnUnknownFunctionSaysSoAtInfo) {
+  QDSRepo repo(core, 0);
+  EXPECT_EQ(stderrOf([&] { EXPECT_FALSE(repo.checkQdHwFcn("nope")); }),
+            "INFO: [Morvane 83-1000] Invalid accelerator function (nope);\n");
+}
+
+TEST_F(QDSRepoTest, CheckGoesOnPastAFailureFromTheLastFunctionToTheFirst) {
+  QDSRepo repo(file("two_bad.xml",
+                    "<qd:fcnMap qd:fcnName=\"a\" qd:componentRef=\"none\"/>"
+                    "<qd:fcnMap qd:fcnName=\"b\"/>"),
+               0);
+  Log::reportingLevel = logINTERNAL;
+  EXPECT_EQ(stderrOf([&] { EXPECT_FALSE(repo.checkDatabase()); }),
+            "INTERNAL: [Morvane 83-1014]  NULL component type reference \n"
+            "ERROR: [Morvane 83-1020] Function 'b' does not map to accelerator or platform "
+            "hardware.  This can occur if the hardware function specifier is in error.  "
+            "Declared hardware functions: a, b\n"
+            "ERROR: [Morvane 83-1020] Function 'a' does not map to accelerator or platform "
+            "hardware.  This can occur if the hardware function specifier is in error.  "
+            "Declared hardware functions: a, b\n");
+}
+
+TEST_F(QDSRepoTest, FunctionAttributeOfAnUnknownFunctionIsEmptyWithANote) {
+  QDSRepo repo(core, 0);
+  Log::reportingLevel = logINTERNAL;
+  EXPECT_EQ(stderrOf([&] { EXPECT_EQ(repo.getQdHwFcnQdComponentRef("nope"), ""); }),
+            "INTERNAL: [Morvane 83-1003] Function 'nope' is not a hardware function\n");
+}
+
+TEST_F(QDSRepoTest, KindTestsNeedTheComponentAndItsType) {
+  QDSRepo repo(core, 0);
+  EXPECT_TRUE(repo.isQdAcceleratorComp("acc"));
+  EXPECT_FALSE(repo.isQdAcceleratorComp("gen"));
+  EXPECT_FALSE(repo.isQdDatamoverComp("acc"));
+  EXPECT_FALSE(repo.isQdAcceleratorComp("absent"));
+  EXPECT_TRUE(repo.isQdPlatformComp("plat"));
+  EXPECT_FALSE(repo.isQdPlatformComp("acc"));
+  EXPECT_EQ(repo.getQdCompType("gen"), "generic");
+  EXPECT_EQ(repo.getQdCompType("absent"), "");
+  Log::reportingLevel = logINTERNAL;
+  EXPECT_EQ(stderrOf([&] { EXPECT_FALSE(repo.isQdComp("")); }),
+            "INTERNAL: [Morvane 83-1014]  NULL component type reference \n");
+}
+
+TEST_F(QDSRepoTest, EarlierOfTwoPlatformsEndsTheProcessThroughTheCheck) {
+  GTEST_FLAG_SET(death_test_style, "threadsafe");
+  std::string const path =
+      file("two_platforms.xml",
+           "<qd:component qd:name=\"p1\" qd:type=\"platform\"><qd:platformInfo><qd:systemClocks "
+           "qd:defaultClock=\"0\"/></qd:platformInfo></qd:component>"
+           "<qd:component qd:name=\"p2\" qd:type=\"platform\"><qd:platformInfo><qd:systemClocks "
+           "qd:defaultClock=\"0\"/></qd:platformInfo></qd:component>");
+  QDSRepo repo(path, 0);
+  EXPECT_EQ(repo.platformComponent->Name(), "p2");
+  EXPECT_TRUE(repo.isQdPlatformComp("p2"));
+  EXPECT_EXIT(repo.isQdPlatformComp("p1"), ::testing::ExitedWithCode(255),
+              "^ERROR: \\[Morvane 83-9999\\] Equivalency violation found for isQdPlatformComp "
+              "1!=0\n$");
+}
+
+TEST_F(QDSRepoTest, VerifyPrintsTheExtraTextAndEndsTheProcess) {
+  EXPECT_EXIT(QDREPO_VERIFY<std::string>("getQdCompPortName", "a", "b", "comp/port"),
+              ::testing::ExitedWithCode(255),
+              "^ERROR: \\[Morvane 83-9999\\] Equivalency violation found for getQdCompPortName "
+              "a!=b: comp/port\n$");
+  QDREPO_VERIFY<int>("same", 3, 3, "");  // agreement returns
+}
+
+TEST_F(QDSRepoTest, FlagBitZeroRunsTheQueryLoopBeforeTheCacheIsBuilt) {
+  std::istringstream in("count(//qd:component)\n-q\n");
+  std::streambuf* const saved = std::cin.rdbuf(in.rdbuf());
+  testing::internal::CaptureStdout();
+  QDSRepo repo(core, 1);
+  std::string const out = testing::internal::GetCapturedStdout();
+  std::cin.rdbuf(saved);
+  EXPECT_EQ(out.rfind("Enter XPath expression (-q to exit): evaluating count(//qd:component)\n"
+                      "Object is a number : 4\n",
+                      0),
+            0u)
+      << out;
+  EXPECT_TRUE(repo.doc->interactive);
+  EXPECT_EQ(repo.flags, 1u);
+  EXPECT_EQ(repo.components.size(), 3u);
+}
+
+TEST_F(QDSRepoTest, SecondRepositoryDoesNotRefillTheTables) {
+  QDSRepo first(core, 0);
+  EXPECT_EQ(str2comp_t("kernel"), 10);
+  QDSRepo second(core, 0);
+  EXPECT_EQ(str2comp_t("kernel"), 10);
+}
+
+TEST_F(QDSRepoTest, FileThatIsNotXmlFailsTheRepositoryWithAClearLine) {
+  std::ofstream(dir.file("text.xml")) << "no xml here";
+  std::string thrown;
+  EXPECT_EQ(stderrOf([&] {
+              try {
+                QDSRepo repo(dir.file("text.xml"), 0);
+              } catch (std::runtime_error const& error) {
+                thrown = error.what();
+              }
+            }),
+            "ERROR: [Morvane 83-1019] Cannot read IP database " + dir.file("text.xml") +
+                ": it cannot be opened or is not well-formed XML\n");
+  EXPECT_EQ(thrown, "cannot read IP database " + dir.file("text.xml"));
+}
+
+TEST_F(QDSRepoTest, FileWithoutTheRepositoryRootThrowsTheTreesError) {
+  std::ofstream(dir.file("other.xml")) << "<qd:other xmlns:qd=\"urn:quarrix:qd\"/>";
+  EXPECT_THROW(QDSRepo(dir.file("other.xml"), 0), boost::property_tree::ptree_bad_path);
+}
+
+}  // namespace
+}  // namespace qd
