@@ -36,6 +36,8 @@ expect "qd::AxiBusIntf::AxiBusIntf("
 expect "qd::str2port_t("
 expect "qd::QDSRepo::QDSRepo("
 expect "qd::QDSRepo::checkDatabase("
+expect "qd::QDSRepo::createRepo("
+expect "qd::QDSRepo::toString("
 exported='RtdTestVisitor|ActualResourcesTree|ActualResourceTreeVisitor'
 exported+='|ActualResourcesSchemaValidationVisitor|ActualResourcesComputeUnitVisitor'
 if grep -E ' [TW] IPA::' <<<"$symbols" |

@@ -45,6 +45,24 @@ QDSRepo::QDSRepo(std::string const& fileName, unsigned int repoFlags) : flags(re
   initEnumerationMaps();
 }
 
+boost::shared_ptr<QDSRepo> QDSRepo::createRepo(std::string const& fileName, int repoFlags) {
+  if (!file_exists(fileName)) {
+    Log(logERROR, 1017) << "Cannot open IP database" << fileName;
+    return {};
+  }
+  boost::shared_ptr<QDSRepo> repo;
+  try {
+    repo.reset(new QDSRepo(fileName, static_cast<unsigned int>(repoFlags)));
+  } catch (boost::property_tree::ptree_error const&) {
+    throw;  // no qd:repository root: the caller's to handle, as the design has it
+  } catch (std::runtime_error const&) {
+    return {};  // not well-formed: the constructor has said so
+  }
+  if (!repo->checkDatabase()) return {};
+  Log(logDEBUG, 1000) << repo->toString("DEBUG: ");
+  return repo;
+}
+
 std::string QDSRepo::getFileName() const { return doc->fileName; }
 
 int QDSRepo::intQuery(std::string const& expression, std::string const& caller) {
@@ -101,6 +119,53 @@ bool QDSRepo::checkQdHwFcn(std::string const& name) {
   int const count = getNumQdHwFcns();
   for (int i = 0; i < count; ++i) line << (i == 0 ? "" : ", ") << getIthQdHwFcn(i);
   return false;
+}
+
+std::string QDSRepo::toString(std::string const& prefix) {
+  std::ostringstream out;
+  out << getFileName() << std::endl;
+  out << prefix << " available components: " << std::endl;
+  int const numComponents = getNumQdComponents();
+  for (int i = 0; i < numComponents; ++i) {
+    std::string const name = getIthQdComponent(i);
+    out << prefix << "    " << name << "  (" << getQdCompType(name) << ")" << std::endl;
+    if (!isQdPlatformComp(name)) continue;
+    out << prefix << "         clock IDs: " << std::endl;
+    out << prefix << "           CPU  (" << getCpuClockFrequency(name) << ")" << std::endl;
+    int const numClocks = getNumAvailableClocks(name);
+    for (int j = 0; j < numClocks; ++j) {
+      int const id = getIthAvailableClockId(j, name);
+      out << prefix << "             " << id << "  (" << getClockFrequencyForClockId(id, name)
+          << " MHz)" << (id == getPlatformDefaultClockId(name) ? " - default" : "") << std::endl;
+    }
+  }
+  out << prefix << " available hardware functions: " << std::endl;
+  out << prefix << "     <fcn_name> => compRef (ctrlRegType:returnOffset)" << std::endl;
+  out << prefix << "          <arg> => portRef (portType:dataWidth:arraySize:offset:aximmRef)"
+      << std::endl;
+  out << prefix << std::endl;
+  int const numFunctions = getNumQdHwFcns();
+  for (int i = 0; i < numFunctions; ++i) {
+    std::string const name = getIthQdHwFcn(i);
+    std::string const component = getQdHwFcnQdComponentRef(name);
+    bool const onPlatform = isQdPlatformHwFcn(name);
+    out << prefix << "    " << name << " => " << component << " (" << getQdHwFcnCtrlRegType(name)
+        << ":" << getQdHwFcnReturnOffset(name) << ")" << (onPlatform ? "  - platform " : "")
+        << std::endl;
+    // Arguments from the last to the first, as the original dump lists them.
+    for (int a = getNumQdHwFcnArgs1(name) - 1; a >= 0; --a) {
+      std::string const hwName = getIthQdHwFcnArgHwName1(name, a);
+      out << prefix << "           " << getIthQdHwFcnArg1(name, a) << " => ";
+      if (onPlatform) out << getQdCompBusInterfaceInstanceRef(component, hwName) << ".";
+      out << hwName << " (" << getIthQdHwFcnArgPortInterfaceType1(name, a) << ":"
+          << getIthQdHwFcnArgDataWidth(name, a) << "(" << getIthQdHwFcnArgPackedDataWidth1(name, a)
+          << "):" << getIthQdHwFcnArgArraySize1(name, a) << ":" << getIthQdHwFcnArgOffset(name, a);
+      std::string const master = getIthQdHwFcnArgAximmMasterRef1(name, a);
+      if (!master.empty()) out << ":" << master;
+      out << ")" << std::endl;
+    }
+  }
+  return out.str();
 }
 
 }  // namespace qd

@@ -15,7 +15,8 @@
 // cannot answer they answer with -1, -1.0, false, "" or an empty list.
 //
 // The query families follow in the order of their source files: the core (QDSRepo.cpp),
-// components and ports (QDSRepoComponents.cpp), hardware functions (QDSRepoHwFcns.cpp).
+// components and ports (QDSRepoComponents.cpp), hardware functions (QDSRepoHwFcns.cpp),
+// platform clocks (QDSRepoClocks.cpp).
 #ifndef HOST_QD_QDREPO_QDSREPO_H_
 #define HOST_QD_QDREPO_QDSREPO_H_
 
@@ -58,6 +59,12 @@ class QV_EXPORT QDSRepo {
   // alone. The first repository of a process fills the vocabularies' tables.
   QDSRepo(std::string const& fileName, unsigned int flags);
 
+  // A checked repository, or null: for a file that does not exist (Log ERROR 1017 "Cannot open
+  // IP database<file>"), is not well-formed XML (Log ERROR 1019), or holds a function that fails
+  // checkQdHwFcn. Logs the dump (toString) at DEBUG. A file without a qd:repository root throws
+  // the property tree's exception, as the constructor does.
+  static boost::shared_ptr<QDSRepo> createRepo(std::string const& fileName, int flags);
+
   // ---- Core ----------------------------------------------------------------------------------
   // The document's file name, as given.
   std::string getFileName() const;
@@ -80,6 +87,9 @@ class QV_EXPORT QDSRepo {
   // False, with a Log line, for a name that is no function (INFO 1000) or a function whose
   // component is neither an accelerator nor the platform (ERROR 1020, listing every function).
   bool checkQdHwFcn(std::string const& name);
+  // A readable account of the components, the platform's clocks and the hardware functions with
+  // their arguments; `prefix` opens every line but the first.
+  std::string toString(std::string const& prefix);
 
   // ---- Components ----------------------------------------------------------------------------
   // False for an empty name (Log INTERNAL 1014 " NULL component type reference ").
@@ -92,12 +102,59 @@ class QV_EXPORT QDSRepo {
   // Checked against the cached platform component.
   bool isQdPlatformComp(std::string const& component);
   std::string getQdCompType(std::string const& component);
+  // qd:instanceRef of the bus interface `port`; checked against the cache.
+  std::string getQdCompBusInterfaceInstanceRef(std::string const& component,
+                                               std::string const& port);
 
   // ---- Hardware functions --------------------------------------------------------------------
   bool isQdHwFcn(std::string const& function);
   int getNumQdHwFcns();
   std::string getIthQdHwFcn(int i);
   std::string getQdHwFcnQdComponentRef(std::string const& function);
+  bool isQdHwHlsOpenclFcn(std::string const& function);
+  // Whether the function's component is the platform.
+  bool isQdPlatformHwFcn(std::string const& function);
+  // The control protocol: "ap_ctrl_none" when there is none, "ap_ctrl_hs" for
+  // "generic_axi_lite".
+  std::string getQdHwFcnCtrlRegType(std::string const& function);
+  // qd:returnValue/@qd:offset; "" without a return value.
+  std::string getQdHwFcnReturnOffset(std::string const& function);
+
+  // Arguments. Methods ending in 1 count every qd:arg (the raw view); the others count a packed
+  // group once, at its first element (the logical view). The two must not be mixed.
+  int getNumQdHwFcnArgs1(std::string const& function);
+  int getNumQdHwFcnArgs(std::string const& function);
+  // True when an argument has the name as its qd:name, qd:hwName or qd:swRootName.
+  bool isQdHwFcnArg(std::string const& function, std::string const& argument);
+  std::string getIthQdHwFcnArg1(std::string const& function, int i);
+  std::string getIthQdHwFcnArgBusInterfaceRef1(std::string const& function, int i);
+  // qd:hwName, or the argument's interface when it has none.
+  std::string getIthQdHwFcnArgHwName1(std::string const& function, int i);
+  std::string getIthQdHwFcnArgAximmMasterRef1(std::string const& function, int i);
+  bool ithQdHwFcnArgIsAximmMasterPtr1(std::string const& function, int i);
+  bool ithQdHwFcnArgIsAximmMasterPtr(std::string const& function, int i);
+  bool qdHwFcnArgIsAximmMasterPtr(std::string const& function, std::string const& argument);
+  // "aximm_addr" for an aximm master pointer, else qd:portInterfaceType.
+  std::string getIthQdHwFcnArgPortInterfaceType1(std::string const& function, int i);
+  std::string getIthQdHwFcnArgOffset(std::string const& function, int i);
+  // qd:aximmMasterDataWidth for a pointer of a function that is not OpenCL, else qd:dataWidth.
+  int getIthQdHwFcnArgDataWidth(std::string const& function, int i);
+  // Presence of qd:dataPack counts, not its value.
+  bool qdHwFcnArgIsPacked(std::string const& function, std::string const& argument);
+  int getQdHwFcnArgPackedDataWidth(std::string const& function, std::string const& argument);
+  int getIthQdHwFcnArgPackedDataWidth1(std::string const& function, int i);
+  bool isQdHwFcnArrayArg(std::string const& function, std::string const& argument);
+  int getIthQdHwFcnArgArraySize1(std::string const& function, int i);
+
+  // ---- Platform clocks -----------------------------------------------------------------------
+  // A clock is available when its qd:status is there and is not "reserved".
+  bool isAvailableClockId(int id, std::string const& platform);
+  int getNumAvailableClocks(std::string const& platform);
+  int getIthAvailableClockId(int i, std::string const& platform);
+  int getPlatformDefaultClockId(std::string const& platform);
+  // -1.0, with Log WARNING 10051, for an unavailable id.
+  double getClockFrequencyForClockId(int id, std::string const& platform);
+  float getCpuClockFrequency(std::string const& platform);
 
   // ---- State ---------------------------------------------------------------------------------
   // Constant after construction. The component of type "platform" (the last that parsed).
@@ -114,6 +171,35 @@ bool isQdCompType(std::string const& component, std::string const& type,
 // An attribute of a hardware function; "" with Log INTERNAL 1003 when there is no such function.
 std::string getQdHwFcnStrAttr(QDSRepo& repo, std::string const& function,
                               std::string const& attribute, std::string const& caller);
+// An attribute of the argument at raw index `i`; "" with Log INTERNAL 1010 for an index that
+// is negative or not below getNumQdHwFcnArgs1, or no function. The Int form answers -1 there,
+// without a message; the forms ending in 2 use the logical view and Log INTERNAL 1012.
+std::string getIthQdHwFcnArgStrAttr(QDSRepo& repo, std::string const& function, int i,
+                                    std::string const& attribute, std::string const& caller);
+int getIthQdHwFcnArgIntAttr(QDSRepo& repo, std::string const& function, int i,
+                            std::string const& attribute, std::string const& caller);
+std::string getIthQdHwFcnArgStrAttr2(QDSRepo& repo, std::string const& function, int i,
+                                     std::string const& attribute, std::string const& caller);
+int getIthQdHwFcnArgIntAttr2(QDSRepo& repo, std::string const& function, int i,
+                             std::string const& attribute, std::string const& caller);
+// An attribute of the argument named `argument`, tried by qd:name, then qd:hwName, then
+// qd:swRootName. "" with Log INTERNAL 1008 (no function) or 1009 (no argument); the Int form
+// answers -1 there and passes a -1 on to the next name.
+std::string getQdHwFcnArgStrAttr(QDSRepo& repo, std::string const& function,
+                                 std::string const& argument, std::string const& attribute,
+                                 std::string const& caller);
+int getQdHwFcnArgIntAttr(QDSRepo& repo, std::string const& function, std::string const& argument,
+                         std::string const& attribute, std::string const& caller);
+// An attribute of the function's qd:ctrlReg; "" with Log INTERNAL 1004 (no function) or 1005
+// (no register).
+std::string getQdHwFcnCtrlRegStrAttr(QDSRepo& repo, std::string const& function,
+                                     std::string const& attribute, std::string const& caller);
+bool qdHwFcnHasReturnValue(QDSRepo& repo, std::string const& function);
+// An attribute of an available clock; -1.0 or "" with Log WARNING 10051 otherwise.
+double getClockFloatAttr(QDSRepo& repo, int id, std::string const& platform,
+                         std::string const& attribute, std::string const& caller);
+std::string getClockStringAttr(QDSRepo& repo, int id, std::string const& platform,
+                               std::string const& attribute, std::string const& caller);
 
 }  // namespace qd
 

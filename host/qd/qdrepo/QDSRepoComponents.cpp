@@ -58,3 +58,23 @@ std::string QDSRepo::getQdCompType(std::string const& component) {
 }
 
 }  // namespace qd
+
+namespace qd {
+
+std::string QDSRepo::getQdCompBusInterfaceInstanceRef(std::string const& component,
+                                                      std::string const& port) {
+  std::string const answer =
+      stringQuery("/qd:repository/qd:component[@qd:name='" + component +
+                      "'][1]/qd:busInterface[@qd:name='" + port + "']/@qd:instanceRef",
+                  "getQdCompBusInterfaceInstanceRef");
+  auto const cached = components.find(component);
+  if (cached != components.end() && !port.empty()) {
+    auto const interface = cached->second->busInterfaces.find(port);
+    std::string const value =
+        interface == cached->second->busInterfaces.end() ? "" : interface->second->instanceRef;
+    QDREPO_VERIFY("getQdCompBusInterfaceInstanceRef", answer, value, component + "/" + port);
+  }
+  return answer;
+}
+
+}  // namespace qd

@@ -215,5 +215,132 @@ TEST_F(QDSRepoTest, FileWithoutTheRepositoryRootThrowsTheTreesError) {
   EXPECT_THROW(QDSRepo(dir.file("other.xml"), 0), boost::property_tree::ptree_bad_path);
 }
 
+TEST_F(QDSRepoTest, CreateRepoOfAMissingFileSaysSoAndGivesNull) {
+  boost::shared_ptr<QDSRepo> repo;
+  EXPECT_EQ(stderrOf([&] { repo = QDSRepo::createRepo(dir.file("absent.xml"), 0); }),
+            "ERROR: [Morvane 83-1017] Cannot open IP database" + dir.file("absent.xml") + "\n");
+  EXPECT_FALSE(repo);
+}
+
+TEST_F(QDSRepoTest, CreateRepoOfAFileThatIsNotXmlGivesNull) {
+  std::ofstream(dir.file("text.xml")) << "<qd:repository";
+  boost::shared_ptr<QDSRepo> repo;
+  EXPECT_EQ(stderrOf([&] { repo = QDSRepo::createRepo(dir.file("text.xml"), 0); }),
+            "ERROR: [Morvane 83-1019] Cannot read IP database " + dir.file("text.xml") +
+                ": it cannot be opened or is not well-formed XML\n");
+  EXPECT_FALSE(repo);
+}
+
+TEST_F(QDSRepoTest, CreateRepoOfADatabaseThatFailsItsCheckGivesNull) {
+  std::string const path = file("generic.xml",
+                                "<qd:component qd:name=\"gen\" qd:type=\"generic\"/>"
+                                "<qd:fcnMap qd:fcnName=\"f\" qd:componentRef=\"gen\"/>");
+  boost::shared_ptr<QDSRepo> repo;
+  EXPECT_EQ(stderrOf([&] { repo = QDSRepo::createRepo(path, 0); }),
+            "ERROR: [Morvane 83-1020] Function 'f' does not map to accelerator or platform "
+            "hardware.  This can occur if the hardware function specifier is in error.  "
+            "Declared hardware functions: f\n");
+  EXPECT_FALSE(repo);
+}
+
+TEST_F(QDSRepoTest, CreateRepoWithoutTheRootLetsTheTreesErrorThrough) {
+  std::ofstream(dir.file("other.xml")) << "<qd:other xmlns:qd=\"urn:quarrix:qd\"/>";
+  EXPECT_THROW(QDSRepo::createRepo(dir.file("other.xml"), 0), boost::property_tree::ptree_bad_path);
+}
+
+TEST_F(QDSRepoTest, CreateRepoLogsTheDumpAtDebug) {
+  Log::reportingLevel = logDEBUG;
+  boost::shared_ptr<QDSRepo> repo;
+  std::string const logged = stderrOf([&] { repo = QDSRepo::createRepo(core, 0); });
+  ASSERT_TRUE(repo);
+  EXPECT_EQ(logged, "DEBUG: [Morvane 83-1000] " + repo->toString("DEBUG: ") + "\n");
+}
+
+class QDSRepoExampleTest : public QDSRepoTest {
+ protected:
+  void SetUp() override {
+    QDSRepoTest::SetUp();
+    repo = QDSRepo::createRepo(qvtest::exampleFile("repository/qd_ip_db.xml"), 0);
+    ASSERT_TRUE(repo);
+  }
+
+  boost::shared_ptr<QDSRepo> repo;
+};
+
+TEST_F(QDSRepoExampleTest, DumpOfTheExampleDatabase) {
+  std::string dump = repo->toString("> ");
+  // The first line is the file's path, which depends on where the sources are.
+  dump.replace(0, dump.find('\n'), "<file>");
+  EXPECT_GOLDEN(dump, "repository_example_dump.txt");
+}
+
+TEST_F(QDSRepoExampleTest, PackedArgumentsCountOnceInTheLogicalView) {
+  EXPECT_EQ(repo->getNumQdHwFcnArgs1("producer"), 3);
+  EXPECT_EQ(repo->getNumQdHwFcnArgs("producer"), 2);
+  EXPECT_TRUE(repo->qdHwFcnArgIsPacked("producer", "out_lo"));
+  EXPECT_TRUE(repo->qdHwFcnArgIsPacked("producer", "out"));  // by its root name
+  EXPECT_FALSE(repo->qdHwFcnArgIsPacked("producer", "count"));
+  EXPECT_EQ(repo->getQdHwFcnArgPackedDataWidth("producer", "out_lo"), 64);
+  EXPECT_EQ(repo->getQdHwFcnArgPackedDataWidth("producer", "count"), 32);
+  EXPECT_EQ(repo->getNumQdHwFcnArgs1("absent"), -1);
+}
+
+TEST_F(QDSRepoExampleTest, PointerArgumentsReadTheirMasterUnlessOpenClForWidth) {
+  EXPECT_EQ(repo->getIthQdHwFcnArgPortInterfaceType1("vadd", 0), "aximm_addr");
+  EXPECT_EQ(repo->getIthQdHwFcnArgDataWidth("vadd", 0), 512);
+  EXPECT_EQ(repo->getIthQdHwFcnArgArraySize1("vadd", 0), 4096);
+  EXPECT_TRUE(repo->isQdHwHlsOpenclFcn("mmult"));
+  EXPECT_EQ(repo->getIthQdHwFcnArgPortInterfaceType1("mmult", 0), "aximm_addr");
+  EXPECT_EQ(repo->getIthQdHwFcnArgDataWidth("mmult", 0), 64);
+  EXPECT_EQ(repo->getIthQdHwFcnArgArraySize1("mmult", 0), 1024);
+  EXPECT_EQ(repo->getIthQdHwFcnArgPortInterfaceType1("vadd", 3), "register");
+}
+
+TEST_F(QDSRepoExampleTest, NamesFallBackToTheInterface) {
+  EXPECT_EQ(repo->getIthQdHwFcnArgHwName1("vadd", 2), "out_r");
+  EXPECT_EQ(repo->getIthQdHwFcnArgHwName1("vadd", 3), "s_axi_control");
+  EXPECT_TRUE(repo->isQdHwFcnArg("vadd", "out_r"));    // by hardware name
+  EXPECT_TRUE(repo->isQdHwFcnArg("producer", "out"));  // by root name
+  EXPECT_FALSE(repo->isQdHwFcnArg("vadd", "nothing"));
+}
+
+TEST_F(QDSRepoExampleTest, IndexOutsideTheArgumentsIsEmptyWithANote) {
+  Log::reportingLevel = logINTERNAL;
+  EXPECT_EQ(stderrOf([&] { EXPECT_EQ(repo->getIthQdHwFcnArg1("vadd", -1), ""); }),
+            "INTERNAL: [Morvane 83-1010] Function 'vadd' does not have argument index'-1'\n");
+  EXPECT_EQ(stderrOf([&] { EXPECT_EQ(repo->getIthQdHwFcnArg1("vadd", 4), ""); }),
+            "INTERNAL: [Morvane 83-1010] Function 'vadd' does not have argument index'4'\n");
+}
+
+TEST_F(QDSRepoExampleTest, ControlProtocolDefaultsAndReturnOffset) {
+  EXPECT_EQ(repo->getQdHwFcnCtrlRegType("vadd"), "ap_ctrl_chain");
+  EXPECT_EQ(repo->getQdHwFcnCtrlRegType("mmult"), "ap_ctrl_hs");  // generic_axi_lite
+  EXPECT_EQ(repo->getQdHwFcnCtrlRegType("consumer"), "ap_ctrl_none");
+  EXPECT_EQ(repo->getQdHwFcnReturnOffset("vadd"), "0x40");
+  EXPECT_EQ(repo->getQdHwFcnReturnOffset("mmult"), "");
+  EXPECT_TRUE(repo->isQdPlatformHwFcn("dma_copy"));
+  EXPECT_FALSE(repo->isQdPlatformHwFcn("vadd"));
+}
+
+TEST_F(QDSRepoExampleTest, ReservedClocksAreNotAvailable) {
+  std::string const platform = "qv_accel_h2_gen3x16";
+  EXPECT_EQ(repo->getNumAvailableClocks(platform), 4);
+  EXPECT_FALSE(repo->isAvailableClockId(4, platform));
+  EXPECT_EQ(repo->getIthAvailableClockId(3, platform), 3);
+  EXPECT_EQ(repo->getIthAvailableClockId(4, platform), -1);
+  EXPECT_EQ(repo->getPlatformDefaultClockId(platform), 0);
+  EXPECT_EQ(repo->getClockFrequencyForClockId(1, platform), 500.0);
+  EXPECT_EQ(repo->getCpuClockFrequency(platform), 1200.0f);
+  EXPECT_EQ(repo->getNumAvailableClocks("vadd"), -1);
+  EXPECT_EQ(stderrOf([&] { EXPECT_EQ(repo->getClockFrequencyForClockId(4, platform), -1.0); }),
+            "WARNING: [Morvane 83-10051] Invalid clock id 4 for platform qv_accel_h2_gen3x16\n");
+}
+
+TEST_F(QDSRepoExampleTest, InstanceOfAPlatformInterfaceAgreesWithTheCache) {
+  EXPECT_EQ(repo->getQdCompBusInterfaceInstanceRef("qv_accel_h2_gen3x16", "DDR"), "memss_ddr");
+  EXPECT_EQ(repo->getQdCompBusInterfaceInstanceRef("qv_accel_h2_gen3x16", "none"), "");
+  EXPECT_EQ(repo->getQdCompBusInterfaceInstanceRef("absent", "DDR"), "");
+}
+
 }  // namespace
 }  // namespace qd
