@@ -4,6 +4,7 @@
 //   qvdiag serve    the compile server: the library over gRPC
 //   qvdiag call     one request to a running server
 //   qvdiag session  create, fork and remove sessions of a running server
+//   qvdiag repo     check, dump and query a hardware repository file
 #include <pthread.h>
 #include <signal.h>
 
@@ -13,13 +14,16 @@
 #include <thread>
 #include <vector>
 
+#include "host/qd/qdrepo/QDSRepo.h"
 #include "platform/dispatch/RequestHandler.h"
+#include "service/Log.h"
 #include "tools/qvdiag/CompileServerHost.h"
 #include "tools/qvdiag/DiagramSummary.h"
 #include "tools/qvdiag/ExitCode.h"
 #include "tools/qvdiag/FlowBuild.h"
 #include "tools/qvdiag/ListenAddress.h"
 #include "tools/qvdiag/RemoteClient.h"
+#include "tools/qvdiag/RepoQueries.h"
 #include "tools/qvdiag/RequestTypes.h"
 #include "tools/qvdiag/ServiceHost.h"
 #include "tools/qvdiag/UsageError.h"
@@ -122,6 +126,52 @@ int runCall(std::string const& server, std::string const& session, std::string c
                       : "")
               << std::endl;
     return kExitFailure;
+  }
+  return kExitSuccess;
+}
+
+struct RepoOptions {
+  std::string file;
+  bool dump = false;
+  bool check = false;
+  bool interactive = false;
+  bool listQueries = false;
+  std::string xpath;
+  std::vector<std::string> query;  // the method, then its arguments
+  int logLevel = logINFO;
+};
+
+int runRepo(RepoOptions const& options) {
+  if (options.listQueries) {
+    for (RepoQueries::Query const& query : RepoQueries::all()) {
+      std::cout << query.name;
+      for (std::string const& parameter : query.parameters) std::cout << " " << parameter;
+      std::cout << '\n';
+    }
+    return kExitSuccess;
+  }
+  if (options.file.empty()) throw UsageError("a repository FILE is required");
+  Log::reportingLevel = options.logLevel;
+  std::unique_ptr<qd::QDSRepo> repo;
+  try {
+    repo = std::make_unique<qd::QDSRepo>(options.file, options.interactive ? 1u : 0u);
+  } catch (std::exception const& error) {
+    throw std::runtime_error("cannot open the repository '" + options.file + "': " + error.what());
+  }
+  if (options.dump) std::cout << repo->toString("");
+  if (!options.xpath.empty()) std::cout << RepoQueries::evaluate(*repo, options.xpath) << '\n';
+  if (!options.query.empty()) {
+    std::vector<std::string> const arguments(options.query.begin() + 1, options.query.end());
+    std::cout << RepoQueries::ask(*repo, options.query.front(), arguments) << '\n';
+  }
+  if (options.check) {
+    bool const passed = repo->checkDatabase();
+    std::cout << options.file << ": " << repo->getNumQdComponents() << " components, "
+              << repo->getNumQdHwFcns() << " hardware functions: "
+              << (passed ? "every function maps onto an accelerator or the platform"
+                         : "the check failed (see the messages above)")
+              << std::endl;
+    if (!passed) return kExitFailure;
   }
   return kExitSuccess;
 }
@@ -250,6 +300,30 @@ int main(int argc, char** argv) {
   CLI::App* remove = session->add_subcommand("remove", "Remove a session and its diagram");
   remove->add_option("uuid", sessionUuid, "The session's UUID")->required();
 
+  // repo
+  RepoOptions repoOptions;
+  CLI::App* repo = app.add_subcommand(
+      "repo", "Open a hardware repository file, check it, dump it or ask it queries");
+  repo->add_option("file", repoOptions.file, "The repository file (XML)")->check(CLI::ExistingFile);
+  repo->add_flag("--dump", repoOptions.dump, "Print the repository's account of itself");
+  repo->add_flag("--check", repoOptions.check,
+                 "Check that every hardware function maps onto an accelerator or the platform "
+                 "(exit 1 when not)");
+  repo->add_option("--xpath", repoOptions.xpath,
+                   "Evaluate an XPath expression (prefixes cf, mvk, qd, quarrix, spirit, hsi) "
+                   "and print its type and value");
+  repo->add_flag("--interactive", repoOptions.interactive,
+                 "Read XPath expressions from standard input until -q or the end of input");
+  repo->add_option("--query", repoOptions.query,
+                   "Ask one query: METHOD ARG... (see --list-queries)")
+      ->expected(1, -1);
+  repo->add_flag("--list-queries", repoOptions.listQueries,
+                 "List the queries that --query knows, with their parameters");
+  repo->add_option("--log-level", repoOptions.logLevel,
+                   "Show repository lines of this level and above: 0 internal, 1 debug, 2 info "
+                   "(the default), 3 warning, 4 critical warning, 5 error")
+      ->check(CLI::Range(0, 5));
+
   try {
     app.parse(argc, argv);
   } catch (CLI::ParseError const& error) {
@@ -262,6 +336,7 @@ int main(int argc, char** argv) {
     if (build->parsed()) return runBuild(buildSettings, inputs);
     if (serve->parsed()) return runServe(serveSettings, listen);
     if (call->parsed()) return runCall(callServer, callSession, callType, callJson, callJsonFile);
+    if (repo->parsed()) return runRepo(repoOptions);
     RemoteClient client(serverAddress(sessionServer));
     if (create->parsed()) {
       std::cout << client.createSession(sessionOf(sessionUuid, sessionName)).uuid() << std::endl;

@@ -214,6 +214,68 @@ class QvdiagTest(unittest.TestCase):
             "qvdiag call: Dispatch at unix:" + socket + " failed with UNAVAILABLE: "),
             result.stderr)
 
+    # --- qvdiag repo --------------------------------------------------------------------------
+    def repository(self):
+        return os.path.join(self.examples, "repository", "qd_ip_db.xml")
+
+    def test_repo_check_of_the_example_passes(self):
+        self.assertRun(run("repo", self.repository(), "--check"), 0, stderr="", stdout=(
+            self.repository() + ": 7 components, 5 hardware functions: every function maps "
+            "onto an accelerator or the platform\n"))
+
+    def test_repo_check_of_a_function_on_a_generic_block_fails(self):
+        bad = os.path.join(self.tmp, "bad.xml")
+        with open(bad, "w") as f:
+            f.write('<qd:repository xmlns:qd="urn:quarrix:qd"><qd:component qd:name="g" '
+                    'qd:type="generic"/><qd:fcnMap qd:fcnName="f" qd:componentRef="g"/>'
+                    '</qd:repository>')
+        result = run("repo", bad, "--check")
+        self.assertRun(result, 1, stdout=bad + ": 1 components, 1 hardware functions: the "
+                       "check failed (see the messages above)\n")
+        self.assertEqual(result.stderr,
+                         "ERROR: [Morvane 83-1020] Function 'f' does not map to accelerator or "
+                         "platform hardware.  This can occur if the hardware function specifier "
+                         "is in error.  Declared hardware functions: f\n")
+
+    def test_repo_queries_and_expressions(self):
+        self.assertRun(run("repo", self.repository(), "--query", "getIthAvailableClockId", "1",
+                           "qv_accel_h2_gen3x16"), 0, stdout="1\n", stderr="")
+        self.assertRun(run("repo", self.repository(), "--query", "getQdHwFcnReturnOffset",
+                           "vadd"), 0, stdout='"0x40"\n', stderr="")
+        self.assertRun(run("repo", self.repository(), "--xpath", "count(//qd:component)"), 0,
+                       stdout="number 7\n", stderr="")
+        listed = run("repo", "--list-queries")
+        self.assertRun(listed, 0, stderr="")
+        self.assertIn("\ngetIthQdHwFcnArg1 function i\n", listed.stdout)
+
+    def test_repo_dump_starts_with_the_file(self):
+        result = run("repo", self.repository(), "--dump")
+        self.assertRun(result, 0, stderr="")
+        self.assertTrue(result.stdout.startswith(
+            self.repository() + "\n available components: \n    qv_accel_h2_gen3x16  "
+            "(platform)\n"), result.stdout)
+
+    def test_repo_bad_use(self):
+        result = run("repo", self.repository(), "--query", "nope")
+        self.assertRun(result, 2, stdout="", stderr=(
+            "qvdiag repo: unknown query 'nope'; qvdiag repo --list-queries shows them\n"))
+        missing = os.path.join(self.tmp, "absent.xml")
+        result = run("repo", missing, "--check")
+        self.assertRun(result, 2, stdout="")
+        self.assertEqual(result.stderr.splitlines()[0], "file: File does not exist: " + missing)
+
+    def test_repo_of_a_file_that_is_not_xml_fails(self):
+        text = os.path.join(self.tmp, "text.xml")
+        with open(text, "w") as f:
+            f.write("not xml")
+        result = run("repo", text, "--dump")
+        self.assertRun(result, 1, stdout="")
+        self.assertEqual(result.stderr.splitlines()[-2:], [
+            "ERROR: [Morvane 83-1019] Cannot read IP database " + text + ": it cannot be "
+            "opened or is not well-formed XML",
+            "qvdiag repo: cannot open the repository '" + text + "': cannot read IP database " +
+            text])
+
     # --- call and session against a running server --------------------------------------------
     def test_a_session_driven_with_call(self):
         socket = os.path.join(self.tmp, "s.sock")

@@ -1,0 +1,102 @@
+#include "tools/qvdiag/RepoQueries.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "host/qd/qdrepo/QDSRepo.h"
+#include "tools/qvdiag/UsageError.h"
+
+namespace qvdiag {
+namespace {
+
+class RepoQueriesTest : public ::testing::Test {
+ protected:
+  std::unique_ptr<qd::QDSRepo> repo =
+      std::make_unique<qd::QDSRepo>(std::string(QV_EXAMPLES_DIR) + "/repository/qd_ip_db.xml", 0);
+
+  std::string usageError(std::string const& name, std::vector<std::string> const& arguments) {
+    try {
+      RepoQueries::ask(*repo, name, arguments);
+    } catch (UsageError const& error) {
+      return error.what();
+    }
+    return "";
+  }
+};
+
+struct Row {
+  char const* name;
+  std::vector<std::string> arguments;
+  char const* answer;
+};
+
+TEST_F(RepoQueriesTest, AnswersPrintByType) {
+  Row const rows[] = {
+      {"getNumQdComponents", {}, "7"},
+      {"getIthQdComponent", {"1"}, "\"vadd\""},
+      {"getIthQdComponent", {"99"}, "\"\""},
+      {"checkDatabase", {}, "true"},
+      {"isQdPlatformComp", {"qv_accel_h2_gen3x16"}, "true"},
+      {"isQdMonitorComp", {"axi_perf_mon_0"}, "true"},
+      {"getQdCompType", {"producer_adapter"}, "\"adapter\""},
+      {"getQdCompBusInterfaceInstanceRef", {"qv_accel_h2_gen3x16", "HBM"}, "\"memss_hbm\""},
+      {"getIthQdHwFcn", {"4"}, "\"dma_copy\""},
+      {"getNumQdHwFcnArgs1", {"producer"}, "3"},
+      {"getNumQdHwFcnArgs", {"producer"}, "2"},
+      {"getIthQdHwFcnArgPortInterfaceType1", {"vadd", "0"}, "\"aximm_addr\""},
+      {"getIthQdHwFcnArgDataWidth", {"mmult", "0"}, "64"},
+      {"getQdHwFcnArgPackedDataWidth", {"producer", "out_hi"}, "64"},
+      {"getIthAvailableClockId", {"2", "qv_accel_h2_gen3x16"}, "2"},
+      {"getClockFrequencyForClockId", {"2", "qv_accel_h2_gen3x16"}, "450"},
+      {"getCpuClockFrequency", {"qv_accel_h2_gen3x16"}, "1200"},
+  };
+  for (Row const& row : rows) {
+    SCOPED_TRACE(row.name);
+    EXPECT_EQ(RepoQueries::ask(*repo, row.name, row.arguments), row.answer);
+  }
+}
+
+TEST_F(RepoQueriesTest, EveryListedQueryCanBeAsked) {
+  for (RepoQueries::Query const& query : RepoQueries::all()) {
+    SCOPED_TRACE(query.name);
+    std::vector<std::string> arguments;
+    for (std::string const& parameter : query.parameters) {
+      bool const number = parameter == "i" || parameter == "id";
+      arguments.push_back(number ? "0" : parameter == "platform" ? "qv_accel_h2_gen3x16" : "vadd");
+    }
+    testing::internal::CaptureStderr();
+    EXPECT_FALSE(RepoQueries::ask(*repo, query.name, arguments).empty());
+    testing::internal::GetCapturedStderr();
+  }
+}
+
+TEST_F(RepoQueriesTest, BadUseNamesTheQuery) {
+  EXPECT_EQ(usageError("nope", {}), "unknown query 'nope'; qvdiag repo --list-queries shows them");
+  EXPECT_EQ(usageError("getIthQdHwFcnArg1", {"vadd"}),
+            "getIthQdHwFcnArg1 takes 2 argument(s): getIthQdHwFcnArg1 function i");
+  EXPECT_EQ(usageError("getIthQdHwFcnArg1", {"vadd", "1x"}),
+            "getIthQdHwFcnArg1: '1x' is not an integer");
+}
+
+TEST_F(RepoQueriesTest, ExpressionsPrintTheirType) {
+  EXPECT_EQ(RepoQueries::evaluate(*repo, "count(//qd:fcnMap)"), "number 5");
+  EXPECT_EQ(RepoQueries::evaluate(*repo, "boolean(//qd:nothing)"), "boolean false");
+  EXPECT_EQ(RepoQueries::evaluate(*repo, "string(//qd:fcnMap[2]/@qd:type)"),
+            "string \"hls_opencl\"");
+  EXPECT_EQ(RepoQueries::evaluate(*repo, "//qd:fcnMap[position() < 3]/@qd:fcnName"),
+            "node-set 2\n\"vadd\"\n\"mmult\"");
+  testing::internal::CaptureStderr();
+  try {
+    RepoQueries::evaluate(*repo, "count((");
+    ADD_FAILURE() << "evaluated";
+  } catch (UsageError const& error) {
+    EXPECT_EQ(std::string(error.what()), "the expression 'count((' does not evaluate");
+  }
+  testing::internal::GetCapturedStderr();
+}
+
+}  // namespace
+}  // namespace qvdiag
