@@ -102,9 +102,47 @@ class QV_EXPORT QDSRepo {
   // Checked against the cached platform component.
   bool isQdPlatformComp(std::string const& component);
   std::string getQdCompType(std::string const& component);
-  // qd:instanceRef of the bus interface `port`; checked against the cache.
+  // Whether the component names an adapter (qd:adapterCompRef); isQdAdapteeComp is the same
+  // test under the other name.
+  bool isQdCompWithAdapter(std::string const& component);
+  bool isQdAdapteeComp(std::string const& component);
+  // The name of the component of type "platform"; "" with Log ERROR 1014 when there is none.
+  // Checked against the cache.
+  std::string getQdPlatformComp();
+
+  // Ports. A port name is a bus interface's qd:name or qd:port; indices follow the
+  // qd:busInterface elements. The answers marked "checked" are compared with the cache.
+  // Checked; also true for the qd:busInterfaceRef of a packed interface.
+  bool isQdCompPort(std::string const& component, std::string const& port);
+  // Checked: an AXI (aximm or axis) interface of that name.
+  bool isQdCompAxiPort(std::string const& component, std::string const& port);
+  // Checked: a clock interface whose qd:port is `port`.
+  bool isQdCompClockPort(std::string const& component, std::string const& port);
+  // Checked; -1 for no component.
+  int getQdCompNumPorts(std::string const& component);
+  // False with Log WARNING 1001 " Index <i> out of range for component <c>".
+  bool isValidQdCompPortIndex(std::string const& component, int i);
+  // Checked; "" for an index out of range. A component with an adapter counts the interfaces
+  // of its descendants too.
+  std::string getQdCompPortName(std::string const& component, int i);
+  std::string getQdCompPortType(std::string const& component, int i);
+  // Attributes of the interface named `port`, checked against the same field in the cache.
+  std::string getQdCompBusInterfacePort(std::string const& component, std::string const& port);
   std::string getQdCompBusInterfaceInstanceRef(std::string const& component,
                                                std::string const& port);
+  std::string getQdCompBusInterfaceComponentRef(std::string const& component,
+                                                std::string const& port);
+  std::string getQdCompBusInterfaceBusInterfaceRef(std::string const& component,
+                                                   std::string const& port);
+  // The qd:memport of the interface, checked against its AXI interface in the cache.
+  std::string getQdCompBusInterfaceMemObject(std::string const& component, std::string const& port);
+
+  // ---- Memory objects ------------------------------------------------------------------------
+  // Attributes of the platform's memory object (a bus interface with qd:memport) `object`,
+  // checked against the platform's AXI interface of that name; "" when there is none.
+  std::string getMemObjectInstRef(std::string const& platform, std::string const& object);
+  std::string getMemObjectSlr(std::string const& platform, std::string const& object);
+  std::string getMemObjectMemPort(std::string const& platform, std::string const& object);
 
   // ---- Hardware functions --------------------------------------------------------------------
   bool isQdHwFcn(std::string const& function);
@@ -147,6 +185,9 @@ class QV_EXPORT QDSRepo {
   int getIthQdHwFcnArgArraySize1(std::string const& function, int i);
 
   // ---- Platform clocks -----------------------------------------------------------------------
+  // Master clock interfaces of the platform; checked. -1 or "" for a non-platform.
+  int getNumPlatformClocks(std::string const& platform);
+  std::string getIthPlatformClock(int i, std::string const& platform);
   // A clock is available when its qd:status is there and is not "reserved".
   bool isAvailableClockId(int id, std::string const& platform);
   int getNumAvailableClocks(std::string const& platform);
@@ -168,6 +209,16 @@ class QV_EXPORT QDSRepo {
 // Kind test over the document: whether `component` has qd:type `type`.
 bool isQdCompType(std::string const& component, std::string const& type,
                   boost::shared_ptr<QDXPathDoc> const& doc);
+// An attribute of the interface at index `i` of `component`, guarded by isQdComp,
+// isValidQdCompPortIndex and the attribute's presence; "" or -1 otherwise.
+std::string getQdCompBusInterfaceStringAttrByIndex(QDSRepo& repo, std::string const& component,
+                                                   int i, std::string const& attribute,
+                                                   std::string const& caller);
+// An attribute of the platform's memory object `object`; "" when the platform, the object or
+// the attribute is not there.
+std::string getMemObjectStringAttr(QDSRepo& repo, std::string const& platform,
+                                   std::string const& object, std::string const& attribute);
+
 // An attribute of a hardware function; "" with Log INTERNAL 1003 when there is no such function.
 std::string getQdHwFcnStrAttr(QDSRepo& repo, std::string const& function,
                               std::string const& attribute, std::string const& caller);

@@ -75,3 +75,44 @@ float QDSRepo::getCpuClockFrequency(std::string const& platform) {
 }
 
 }  // namespace qd
+
+namespace qd {
+namespace {
+
+std::string platformMasterClocks(std::string const& platform) {
+  return "/qd:repository/qd:component[@qd:name='" + platform +
+         "'][1]/qd:busInterface[@qd:busTypeRef='clock' and @qd:mode='master']";
+}
+
+}  // namespace
+
+int QDSRepo::getNumPlatformClocks(std::string const& platform) {
+  if (!isQdPlatformComp(platform)) return -1;
+  int const answer =
+      intQuery("count(" + platformMasterClocks(platform) + ")", "getNumPlatformClocks");
+  if (platformComponent) {
+    int masters = 0;
+    for (auto const& clock : platformComponent->clockList) masters += clock->isMaster ? 1 : 0;
+    QDREPO_VERIFY("getNumPlatformClocks", answer, masters, "");
+  }
+  return answer;
+}
+
+std::string QDSRepo::getIthPlatformClock(int i, std::string const& platform) {
+  if (!isQdPlatformComp(platform)) return "";
+  std::string const answer =
+      stringQuery(platformMasterClocks(platform) + "[" + std::to_string(i + 1) + "]/@qd:name",
+                  "getIthPlatformClock");
+  if (platformComponent) {
+    std::string cached;
+    int index = 0;
+    for (auto const& clock : platformComponent->clockList) {
+      if (!clock->isMaster) continue;
+      if (index++ == i) cached = clock->name;
+    }
+    QDREPO_VERIFY("getIthPlatformClock", answer, cached, "");
+  }
+  return answer;
+}
+
+}  // namespace qd

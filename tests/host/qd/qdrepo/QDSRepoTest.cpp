@@ -342,5 +342,72 @@ TEST_F(QDSRepoExampleTest, InstanceOfAPlatformInterfaceAgreesWithTheCache) {
   EXPECT_EQ(repo->getQdCompBusInterfaceInstanceRef("absent", "DDR"), "");
 }
 
+TEST_F(QDSRepoExampleTest, PlatformAndItsMasterClocksAgreeWithTheCache) {
+  std::string const platform = "qv_accel_h2_gen3x16";
+  EXPECT_EQ(repo->getQdPlatformComp(), platform);
+  EXPECT_EQ(repo->getNumPlatformClocks(platform), 4);
+  EXPECT_EQ(repo->getIthPlatformClock(1, platform), "clk_kernel_01");
+  EXPECT_EQ(repo->getIthPlatformClock(4, platform), "");
+  EXPECT_EQ(repo->getNumPlatformClocks("vadd"), -1);
+  EXPECT_TRUE(repo->isQdCompClockPort(platform, "clk_out1"));
+  EXPECT_FALSE(repo->isQdCompClockPort(platform, "clk_kernel_00"));
+}
+
+TEST_F(QDSRepoExampleTest, PortsByIndexFollowTheInterfaces) {
+  EXPECT_EQ(repo->getQdCompNumPorts("vadd"), 5);
+  EXPECT_EQ(repo->getQdCompNumPorts("absent"), -1);
+  EXPECT_EQ(repo->getQdCompPortName("vadd", 0), "ap_clk");
+  EXPECT_EQ(repo->getQdCompPortType("vadd", 3), "aximm");
+  EXPECT_EQ(stderrOf([&] { EXPECT_EQ(repo->getQdCompPortName("vadd", 5), ""); }),
+            "WARNING: [Morvane 83-1001]  Index 5 out of range for component vadd\n");
+  EXPECT_EQ(stderrOf([&] { EXPECT_EQ(repo->getQdCompPortType("vadd", -1), ""); }),
+            "WARNING: [Morvane 83-1001]  Index -1 out of range for component vadd\n");
+}
+
+TEST_F(QDSRepoExampleTest, PortNamesAreInterfaceNamesOrTheirPhysicalPorts) {
+  std::string const platform = "qv_accel_h2_gen3x16";
+  EXPECT_TRUE(repo->isQdCompPort("vadd", "m_axi_gmem"));
+  EXPECT_TRUE(repo->isQdCompPort(platform, "clk_out2"));  // the qd:port of an interface
+  EXPECT_FALSE(repo->isQdCompPort("vadd", "nothing"));
+  EXPECT_TRUE(repo->isQdCompAxiPort("vadd", "m_axi_gmem"));
+  EXPECT_TRUE(repo->isQdCompAxiPort("producer", "out"));
+  EXPECT_FALSE(repo->isQdCompAxiPort("vadd", "ap_clk"));
+  EXPECT_EQ(repo->getQdCompBusInterfacePort(platform, "clk_kernel_00"), "clk_out1");
+  EXPECT_EQ(repo->getQdCompBusInterfaceBusInterfaceRef(platform, "rst_kernel_00"), "ap_rst_n");
+  EXPECT_EQ(repo->getQdCompBusInterfaceComponentRef("vadd", "ap_clk"), "");
+  EXPECT_EQ(repo->getQdCompBusInterfaceMemObject(platform, "DDR"), "memss");
+  EXPECT_EQ(repo->getQdCompBusInterfaceMemObject("vadd", "m_axi_gmem"), "");
+}
+
+TEST_F(QDSRepoExampleTest, MemoryObjectsAgreeWithThePlatformsAxiInterfaces) {
+  std::string const platform = "qv_accel_h2_gen3x16";
+  EXPECT_EQ(repo->getMemObjectInstRef(platform, "DDR"), "memss_ddr");
+  EXPECT_EQ(repo->getMemObjectSlr(platform, "HBM"), "SLR0");
+  EXPECT_EQ(repo->getMemObjectMemPort(platform, "HBM"), "memss");
+  EXPECT_EQ(repo->getMemObjectInstRef(platform, "S_AXI_CTRL"), "");  // no qd:memport
+}
+
+TEST_F(QDSRepoExampleTest, MemoryObjectOfAnotherComponentDisagreesWithThePlatformsCache) {
+  GTEST_FLAG_SET(death_test_style, "threadsafe");
+  // The cache answers for the platform whatever component is named.
+  EXPECT_EXIT(repo->getMemObjectInstRef("vadd", "DDR"), ::testing::ExitedWithCode(255),
+              "^ERROR: \\[Morvane 83-9999\\] Equivalency violation found for "
+              "getMemObjectInstRef !=memss_ddr: vadd/DDR\n$");
+}
+
+TEST_F(QDSRepoTest, DisagreeingDuplicateInterfacesEndTheProcess) {
+  GTEST_FLAG_SET(death_test_style, "threadsafe");
+  QDSRepo repo(file("duplicates.xml",
+                    "<qd:component qd:name=\"c\" qd:type=\"accelerator\">"
+                    "<qd:busInterface qd:name=\"m\" qd:busTypeRef=\"bram\" qd:instanceRef=\"a\"/>"
+                    "<qd:busInterface qd:name=\"m\" qd:busTypeRef=\"bram\" qd:instanceRef=\"b\"/>"
+                    "</qd:component>"),
+               0);
+  // XPath finds two values that disagree and answers nothing; the cache kept the first.
+  EXPECT_EXIT(repo.getQdCompBusInterfaceInstanceRef("c", "m"), ::testing::ExitedWithCode(255),
+              "^ERROR: \\[Morvane 83-9999\\] Equivalency violation found for "
+              "getQdCompBusInterfaceInstanceRef !=a: c/m\n$");
+}
+
 }  // namespace
 }  // namespace qd
