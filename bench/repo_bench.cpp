@@ -1,0 +1,290 @@
+// Speed of the hardware repository, against what libxml2 alone costs for the same work.
+//
+//   build/bench/repo_bench
+//
+// Synthetic databases are written once into a temporary directory: a platform, accelerator
+// components of 20 interfaces each and hardware functions of 16 arguments. The full one has 500
+// components and 2,000 functions.
+//
+// BM_CreateRepo opens a database with QDSRepo::createRepo (both reads of the file, the cache,
+// the check of every function and the dump it logs), at a tenth, a fifth and two fifths of the
+// full size: every query scans the document, and the check and the dump ask some 75 queries per
+// argument, so the cost grows with the square of the size and the full database takes tens of
+// minutes. BM_BareParse parses the full database with xmlReadFile alone.
+// BM_QueryMix asks 100,000 queries of six kinds through the repository; BM_BareQueryMix
+// evaluates exactly the XPath expressions those queries evaluate (guards included) with
+// xmlXPathEvalExpression on a parsed document, and reads the values the same way: the floor
+// the two dependencies allow. The ratio of the two mixes is the repository's own cost.
+#include <benchmark/benchmark.h>
+#include <libxml/parser.h>
+#include <libxml/xpath.h>
+#include <libxml/xpathInternals.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <memory>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "host/qd/qdrepo/QDNamespaces.h"
+#include "host/qd/qdrepo/QDSRepo.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr int kComponents = 500;  // of the full database
+constexpr int kInterfaces = 20;
+constexpr int kFunctions = 2000;  // of the full database
+constexpr int kArguments = 16;
+constexpr int kQueries = 100000;
+
+std::string component(int c) { return "comp_" + std::to_string(c); }
+std::string function(int f) { return "fcn_" + std::to_string(f); }
+std::string port(int p) { return "port_" + std::to_string(p); }
+
+// Writes a database of `components` components and `functions` functions, removed at exit.
+class Database {
+ public:
+  Database(int components, int functions) {
+    dir_ = fs::temp_directory_path() /
+           ("qv-repo-bench-" + std::to_string(::getpid()) + "-" + std::to_string(functions));
+    fs::create_directories(dir_);
+    path_ = (dir_ / "qd_ip_db.xml").string();
+    std::ofstream out(path_);
+    out << "<?xml version=\"1.0\"?>\n<qd:repository xmlns:qd=\"urn:quarrix:qd\">\n";
+    out << "<qd:component qd:name=\"platform\" qd:type=\"platform\"><qd:platformInfo>"
+           "<qd:systemClocks qd:defaultClock=\"0\">";
+    for (int id = 0; id < 4; ++id) {
+      out << "<qd:clock qd:name=\"clk_" << id << "\" qd:id=\"" << id
+          << "\" qd:frequency=\"300.000000\" qd:status=\"scalable\"/>";
+    }
+    out << "</qd:systemClocks></qd:platformInfo></qd:component>\n";
+    for (int c = 0; c < components; ++c) {
+      out << "<qd:component qd:name=\"" << component(c) << "\" qd:type=\"accelerator\">";
+      out << "<qd:busInterface qd:name=\"" << port(0) << "\" qd:busTypeRef=\"clock\"/>";
+      out << "<qd:busInterface qd:name=\"" << port(1) << "\" qd:busTypeRef=\"reset\" qd:clockRef=\""
+          << port(0) << "\"/>";
+      for (int p = 2; p < kInterfaces; ++p) {
+        out << "<qd:busInterface qd:name=\"" << port(p) << "\" qd:busTypeRef=\""
+            << (p % 2 == 0 ? "aximm" : "axis") << "\" qd:mode=\"master\" qd:clockRef=\"" << port(0)
+            << "\" qd:dataWidth=\"512\" qd:instanceRef=\"inst_" << c << "_" << p << "\"/>";
+      }
+      out << "</qd:component>\n";
+    }
+    for (int f = 0; f < functions; ++f) {
+      out << "<qd:fcnMap qd:fcnName=\"" << function(f) << "\" qd:componentRef=\""
+          << component(f % components) << "\" qd:type=\"hls\">";
+      for (int a = 0; a < kArguments; ++a) {
+        out << "<qd:arg qd:name=\"arg_" << a << "\" qd:direction=\"in\" "
+            << "qd:portInterfaceType=\"register\" qd:busInterfaceRef=\"" << port(2)
+            << "\" qd:dataWidth=\"32\" qd:offset=\"0x" << 16 + 8 * a << "\"/>";
+      }
+      out << "<qd:ctrlReg qd:type=\"ap_ctrl_hs\"/></qd:fcnMap>\n";
+    }
+    out << "</qd:repository>\n";
+  }
+  ~Database() {
+    std::error_code ignored;
+    fs::remove_all(dir_, ignored);
+  }
+  std::string const& path() const { return path_; }
+
+ private:
+  fs::path dir_;
+  std::string path_;
+};
+
+Database const& database() {
+  static Database const kDatabase(kComponents, kFunctions);
+  return kDatabase;
+}
+
+// A database with `tenths` tenths of the full one's components and functions.
+Database const& scaledDatabase(int tenths) {
+  static std::map<int, std::unique_ptr<Database>> made;
+  auto& entry = made[tenths];
+  if (!entry)
+    entry = std::make_unique<Database>(kComponents * tenths / 10, kFunctions * tenths / 10);
+  return *entry;
+}
+
+// The mix: the same pseudo-random sequence of (kind, function or component, port) for both.
+struct Query {
+  int kind;
+  int target;
+  int port;
+};
+
+std::vector<Query> const& mix() {
+  static std::vector<Query> const kMix = [] {
+    std::mt19937 random(7);
+    std::vector<Query> made;
+    made.reserve(kQueries);
+    for (int i = 0; i < kQueries; ++i) {
+      int const kind = static_cast<int>(random() % 6);
+      int const target = static_cast<int>(random() % (kind < 3 ? kFunctions : kComponents));
+      made.push_back({kind, target, static_cast<int>(random() % kInterfaces)});
+    }
+    return made;
+  }();
+  return kMix;
+}
+
+void BM_CreateRepo(benchmark::State& state) {
+  std::string const path = scaledDatabase(static_cast<int>(state.range(0))).path();
+  for (auto _ : state) {
+    boost::shared_ptr<qd::QDSRepo> repo = qd::QDSRepo::createRepo(path, 0);
+    if (!repo) state.SkipWithError("the database did not open");
+    benchmark::DoNotOptimize(repo);
+  }
+  state.counters["functions"] = kFunctions * state.range(0) / 10;
+}
+BENCHMARK(BM_CreateRepo)
+    ->ArgName("tenths")
+    ->Arg(1)
+    ->Arg(2)
+    ->Arg(4)
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(1);
+
+void BM_BareParse(benchmark::State& state) {
+  for (auto _ : state) {
+    xmlDocPtr doc = xmlReadFile(database().path().c_str(), nullptr, 0);
+    benchmark::DoNotOptimize(doc);
+    xmlFreeDoc(doc);
+  }
+}
+BENCHMARK(BM_BareParse)->Unit(benchmark::kMillisecond);
+
+void BM_QueryMix(benchmark::State& state) {
+  qd::QDSRepo repo(database().path(), 0);
+  long long sink = 0;
+  for (auto _ : state) {
+    for (Query const& query : mix()) {
+      std::string const f = function(query.target);
+      std::string const c = component(query.target);
+      std::string const p = port(query.port);
+      switch (query.kind) {
+        case 0:
+          sink += repo.isQdHwFcn(f);
+          break;
+        case 1:
+          sink += static_cast<long long>(repo.getQdHwFcnQdComponentRef(f).size());
+          break;
+        case 2:
+          sink += repo.getNumQdHwFcnArgs1(f);
+          break;
+        case 3:
+          sink += repo.getQdCompNumPorts(c);
+          break;
+        case 4:
+          sink += static_cast<long long>(repo.getQdCompBusInterfaceInstanceRef(c, p).size());
+          break;
+        default:
+          sink += repo.isQdCompAxiPort(c, p);
+          break;
+      }
+    }
+  }
+  benchmark::DoNotOptimize(sink);
+  state.SetItemsProcessed(state.iterations() * kQueries);
+}
+BENCHMARK(BM_QueryMix)->Unit(benchmark::kMillisecond)->Iterations(1);
+
+// The floor: the expressions of the mix's queries, evaluated with libxml2 and read alike.
+class BareDocument {
+ public:
+  BareDocument() : doc_(xmlReadFile(database().path().c_str(), nullptr, 0)) {
+    context_ = xmlXPathNewContext(doc_);
+    for (qd::QDNamespace const& space : qd::kQDNamespaces) {
+      xmlXPathRegisterNs(context_, reinterpret_cast<xmlChar const*>(space.prefix),
+                         reinterpret_cast<xmlChar const*>(space.uri));
+    }
+  }
+  ~BareDocument() {
+    xmlXPathFreeContext(context_);
+    xmlFreeDoc(doc_);
+  }
+
+  double number(std::string const& expression) {
+    xmlXPathObjectPtr result = evaluate(expression);
+    double const value = result != nullptr ? result->floatval : -1;
+    xmlXPathFreeObject(result);
+    return value;
+  }
+  bool boolean(std::string const& expression) {
+    xmlXPathObjectPtr result = evaluate(expression);
+    bool const value = result != nullptr && result->boolval != 0;
+    xmlXPathFreeObject(result);
+    return value;
+  }
+  std::string text(std::string const& expression) {
+    xmlXPathObjectPtr result = evaluate(expression);
+    std::string value;
+    if (result != nullptr && result->nodesetval != nullptr && result->nodesetval->nodeNr > 0) {
+      xmlNodePtr node = result->nodesetval->nodeTab[0];
+      if (node->children != nullptr) value = reinterpret_cast<char const*>(node->children->content);
+    }
+    xmlXPathFreeObject(result);
+    return value;
+  }
+
+ private:
+  xmlXPathObjectPtr evaluate(std::string const& expression) {
+    return xmlXPathEvalExpression(reinterpret_cast<xmlChar const*>(expression.c_str()), context_);
+  }
+
+  xmlDocPtr doc_;
+  xmlXPathContextPtr context_ = nullptr;
+};
+
+void BM_BareQueryMix(benchmark::State& state) {
+  BareDocument doc;
+  long long sink = 0;
+  for (auto _ : state) {
+    for (Query const& query : mix()) {
+      std::string const f =
+          "/qd:repository/qd:fcnMap[@qd:fcnName='" + function(query.target) + "']";
+      std::string const c =
+          "/qd:repository/qd:component[@qd:name='" + component(query.target) + "']";
+      std::string const p = port(query.port);
+      switch (query.kind) {
+        case 0:
+          sink += doc.boolean("boolean(" + f + ")");
+          break;
+        case 1:
+          if (doc.boolean("boolean(" + f + ")"))
+            sink += static_cast<long long>(doc.text(f + "[1]/@qd:componentRef").size());
+          break;
+        case 2:
+          if (doc.boolean("boolean(" + f + ")"))
+            sink += static_cast<long long>(doc.number("count(" + f + "[1]/qd:arg)"));
+          break;
+        case 3:
+          if (doc.boolean("boolean(" + c + ")"))
+            sink += static_cast<long long>(doc.number("count(" + c + "[1]/qd:busInterface)"));
+          break;
+        case 4:
+          sink += static_cast<long long>(
+              doc.text(c + "[1]/qd:busInterface[@qd:name='" + p + "']/@qd:instanceRef").size());
+          break;
+        default:
+          sink += doc.boolean("boolean(" + c + "[1]/qd:busInterface[@qd:name='" + p +
+                              "' and (@qd:busTypeRef='aximm' or @qd:busTypeRef='axis')])");
+          break;
+      }
+    }
+  }
+  benchmark::DoNotOptimize(sink);
+  state.SetItemsProcessed(state.iterations() * kQueries);
+}
+BENCHMARK(BM_BareQueryMix)->Unit(benchmark::kMillisecond)->Iterations(1);
+
+}  // namespace
+
+BENCHMARK_MAIN();
