@@ -35,7 +35,7 @@ struct Row {
 
 TEST_F(RepoQueriesTest, AnswersPrintByType) {
   Row const rows[] = {
-      {"getNumQdComponents", {}, "7"},
+      {"getNumQdComponents", {}, "9"},
       {"getIthQdComponent", {"1"}, "\"vadd\""},
       {"getIthQdComponent", {"99"}, "\"\""},
       {"checkDatabase", {}, "true"},
@@ -43,7 +43,7 @@ TEST_F(RepoQueriesTest, AnswersPrintByType) {
       {"isQdMonitorComp", {"axi_perf_mon_0"}, "true"},
       {"getQdCompType", {"producer_adapter"}, "\"adapter\""},
       {"getQdCompBusInterfaceInstanceRef", {"qv_accel_h2_gen3x16", "HBM"}, "\"memss_hbm\""},
-      {"getIthQdHwFcn", {"4"}, "\"dma_copy\""},
+      {"getIthQdHwFcn", {"5"}, "\"dma_copy\""},
       {"getNumQdHwFcnArgs1", {"producer"}, "3"},
       {"getNumQdHwFcnArgs", {"producer"}, "2"},
       {"getIthQdHwFcnArgPortInterfaceType1", {"vadd", "0"}, "\"aximm_addr\""},
@@ -92,7 +92,7 @@ TEST_F(RepoQueriesTest, BadUseNamesTheQuery) {
 }
 
 TEST_F(RepoQueriesTest, ExpressionsPrintTheirType) {
-  EXPECT_EQ(RepoQueries::evaluate(*repo, "count(//qd:fcnMap)"), "number 5");
+  EXPECT_EQ(RepoQueries::evaluate(*repo, "count(//qd:fcnMap)"), "number 6");
   EXPECT_EQ(RepoQueries::evaluate(*repo, "boolean(//qd:nothing)"), "boolean false");
   EXPECT_EQ(RepoQueries::evaluate(*repo, "string(//qd:fcnMap[2]/@qd:type)"),
             "string \"hls_opencl\"");
