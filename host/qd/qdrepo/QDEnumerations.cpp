@@ -8,6 +8,7 @@ namespace qd {
 
 // The words by value: fixed at load. Two separately written tables per vocabulary, this one and
 // the map below; where they disagree, both stand as files and callers in the field know them.
+// clang-format off: one table a vocabulary, as the words stand in the files.
 std::string const _comp_t2str[] = {
     "generic",           "accelerator", "datamover", "interconnect", "memory", "platform",
     "processing_system", "monitor",     "adapter",   "smartconnect", "kernel", "pipe"};
@@ -56,6 +57,7 @@ std::string const _memport_t2str[] = {"MEMPORT_NONE", "NOC_MASTER", "M_AXI_NOC",
 std::string const _linkage_t2str[] = {"no_linkage", "internal", "external"};
 // The first entry runs two words together, and "hbm_nsu" is no key of the map; kept as written.
 std::string const _noc_resource_t2str[] = {"no_noc_resourcepl_nsu", "pl_nmu", "hbm_nsu"};
+// clang-format on
 
 // Words to values: empty until the first repository fills them.
 std::map<std::string, comp_t> _str2comp_t;

@@ -1,7 +1,6 @@
 #include "host/qd/qdrepo/QDSRepo.h"
 
 #include <gtest/gtest.h>
-#include <libxml/xmlerror.h>
 
 #include <boost/property_tree/exceptions.hpp>
 #include <fstream>
@@ -12,20 +11,15 @@
 
 #include "host/qd/qdrepo/QDEnumerations.h"
 #include "tests/support/Golden.h"
+#include "tests/support/Stderr.h"
 #include "tests/support/TempDir.h"
 
 namespace qd {
 namespace {
 
-void silentLibxml(void*, char const*, ...) {}
-
 class QDSRepoTest : public ::testing::Test {
  protected:
-  void SetUp() override { xmlSetGenericErrorFunc(nullptr, silentLibxml); }
-  void TearDown() override {
-    xmlSetGenericErrorFunc(nullptr, nullptr);
-    Log::reportingLevel = logINFO;
-  }
+  void TearDown() override { Log::reportingLevel = logINFO; }
 
   // A repository file in the test's directory holding `body` inside qd:repository.
   std::string file(std::string const& name, std::string const& body) {
@@ -34,13 +28,7 @@ class QDSRepoTest : public ::testing::Test {
     return dir.file(name);
   }
 
-  template <class Call>
-  static std::string stderrOf(Call call) {
-    testing::internal::CaptureStderr();
-    call();
-    return testing::internal::GetCapturedStderr();
-  }
-
+  qvtest::SilentLibxml silent;
   std::string const core = qvtest::dataFile("repository/core.xml");
   qvtest::TempDir dir;
 };
@@ -48,7 +36,7 @@ class QDSRepoTest : public ::testing::Test {
 TEST_F(QDSRepoTest, CachesEveryComponentThatParsesAndSkipsTheOthers) {
   Log::reportingLevel = logINTERNAL;
   std::unique_ptr<QDSRepo> repo;
-  EXPECT_EQ(stderrOf([&] { repo = std::make_unique<QDSRepo>(core, 0); }),
+  EXPECT_EQ(qvtest::stderrOf([&] { repo = std::make_unique<QDSRepo>(core, 0); }),
             "INTERNAL: [Morvane 83-9999] Adding component plat for parsing\n"
             "INTERNAL: [Morvane 83-9999] Adding component acc for parsing\n"
             "INTERNAL: [Morvane 83-9999] Adding component gen for parsing\n"
@@ -87,7 +75,7 @@ TEST_F(QDSRepoTest, FunctionsOnAnAcceleratorOrThePlatformPassTheCheck) {
   EXPECT_EQ(repo.getNumQdHwFcns(), 2);
   EXPECT_EQ(repo.getIthQdHwFcn(1), "f_plat");
   EXPECT_EQ(repo.getQdHwFcnQdComponentRef("f_acc"), "acc");
-  EXPECT_EQ(stderrOf([&] { EXPECT_TRUE(repo.checkDatabase()); }), "");
+  EXPECT_EQ(qvtest::stderrOf([&] { EXPECT_TRUE(repo.checkDatabase()); }), "");
 }
 
 TEST_F(QDSRepoTest, FunctionOnAGenericComponentFailsWithTheListOfFunctions) {
@@ -97,7 +85,7 @@ TEST_F(QDSRepoTest, FunctionOnAGenericComponentFailsWithTheListOfFunctions) {
                     "<qd:fcnMap qd:fcnName=\"f_gen\" qd:componentRef=\"gen\"/>"
                     "<qd:fcnMap qd:fcnName=\"f_acc\" qd:componentRef=\"acc\"/>"),
                0);
-  EXPECT_EQ(stderrOf([&] { EXPECT_FALSE(repo.checkDatabase()); }),
+  EXPECT_EQ(qvtest::stderrOf([&] { EXPECT_FALSE(repo.checkDatabase()); }),
             "ERROR: [Morvane 83-1020] Function 'f_gen' does not map to accelerator or platform "
             "hardware.  This can occur if the hardware function specifier is in error.  "
             "Declared hardware functions: f_gen, f_acc\n");
@@ -105,7 +93,7 @@ TEST_F(QDSRepoTest, FunctionOnAGenericComponentFailsWithTheListOfFunctions) {
 
 TEST_F(QDSRepoTest, CheckOfAnUnknownFunctionSaysSoAtInfo) {
   QDSRepo repo(core, 0);
-  EXPECT_EQ(stderrOf([&] { EXPECT_FALSE(repo.checkQdHwFcn("nope")); }),
+  EXPECT_EQ(qvtest::stderrOf([&] { EXPECT_FALSE(repo.checkQdHwFcn("nope")); }),
             "INFO: [Morvane 83-1000] Invalid accelerator function (nope);\n");
 }
 
@@ -115,7 +103,7 @@ TEST_F(QDSRepoTest, CheckGoesOnPastAFailureFromTheLastFunctionToTheFirst) {
                     "<qd:fcnMap qd:fcnName=\"b\"/>"),
                0);
   Log::reportingLevel = logINTERNAL;
-  EXPECT_EQ(stderrOf([&] { EXPECT_FALSE(repo.checkDatabase()); }),
+  EXPECT_EQ(qvtest::stderrOf([&] { EXPECT_FALSE(repo.checkDatabase()); }),
             "INTERNAL: [Morvane 83-1014]  NULL component type reference \n"
             "ERROR: [Morvane 83-1020] Function 'b' does not map to accelerator or platform "
             "hardware.  This can occur if the hardware function specifier is in error.  "
@@ -128,7 +116,7 @@ TEST_F(QDSRepoTest, CheckGoesOnPastAFailureFromTheLastFunctionToTheFirst) {
 TEST_F(QDSRepoTest, FunctionAttributeOfAnUnknownFunctionIsEmptyWithANote) {
   QDSRepo repo(core, 0);
   Log::reportingLevel = logINTERNAL;
-  EXPECT_EQ(stderrOf([&] { EXPECT_EQ(repo.getQdHwFcnQdComponentRef("nope"), ""); }),
+  EXPECT_EQ(qvtest::stderrOf([&] { EXPECT_EQ(repo.getQdHwFcnQdComponentRef("nope"), ""); }),
             "INTERNAL: [Morvane 83-1003] Function 'nope' is not a hardware function\n");
 }
 
@@ -143,7 +131,7 @@ TEST_F(QDSRepoTest, KindTestsNeedTheComponentAndItsType) {
   EXPECT_EQ(repo.getQdCompType("gen"), "generic");
   EXPECT_EQ(repo.getQdCompType("absent"), "");
   Log::reportingLevel = logINTERNAL;
-  EXPECT_EQ(stderrOf([&] { EXPECT_FALSE(repo.isQdComp("")); }),
+  EXPECT_EQ(qvtest::stderrOf([&] { EXPECT_FALSE(repo.isQdComp("")); }),
             "INTERNAL: [Morvane 83-1014]  NULL component type reference \n");
 }
 
@@ -198,7 +186,7 @@ TEST_F(QDSRepoTest, SecondRepositoryDoesNotRefillTheTables) {
 TEST_F(QDSRepoTest, FileThatIsNotXmlFailsTheRepositoryWithAClearLine) {
   std::ofstream(dir.file("text.xml")) << "no xml here";
   std::string thrown;
-  EXPECT_EQ(stderrOf([&] {
+  EXPECT_EQ(qvtest::stderrOf([&] {
               try {
                 QDSRepo repo(dir.file("text.xml"), 0);
               } catch (std::runtime_error const& error) {
@@ -217,7 +205,7 @@ TEST_F(QDSRepoTest, FileWithoutTheRepositoryRootThrowsTheTreesError) {
 
 TEST_F(QDSRepoTest, CreateRepoOfAMissingFileSaysSoAndGivesNull) {
   boost::shared_ptr<QDSRepo> repo;
-  EXPECT_EQ(stderrOf([&] { repo = QDSRepo::createRepo(dir.file("absent.xml"), 0); }),
+  EXPECT_EQ(qvtest::stderrOf([&] { repo = QDSRepo::createRepo(dir.file("absent.xml"), 0); }),
             "ERROR: [Morvane 83-1017] Cannot open IP database" + dir.file("absent.xml") + "\n");
   EXPECT_FALSE(repo);
 }
@@ -225,7 +213,7 @@ TEST_F(QDSRepoTest, CreateRepoOfAMissingFileSaysSoAndGivesNull) {
 TEST_F(QDSRepoTest, CreateRepoOfAFileThatIsNotXmlGivesNull) {
   std::ofstream(dir.file("text.xml")) << "<qd:repository";
   boost::shared_ptr<QDSRepo> repo;
-  EXPECT_EQ(stderrOf([&] { repo = QDSRepo::createRepo(dir.file("text.xml"), 0); }),
+  EXPECT_EQ(qvtest::stderrOf([&] { repo = QDSRepo::createRepo(dir.file("text.xml"), 0); }),
             "ERROR: [Morvane 83-1019] Cannot read IP database " + dir.file("text.xml") +
                 ": it cannot be opened or is not well-formed XML\n");
   EXPECT_FALSE(repo);
@@ -236,7 +224,7 @@ TEST_F(QDSRepoTest, CreateRepoOfADatabaseThatFailsItsCheckGivesNull) {
                                 "<qd:component qd:name=\"gen\" qd:type=\"generic\"/>"
                                 "<qd:fcnMap qd:fcnName=\"f\" qd:componentRef=\"gen\"/>");
   boost::shared_ptr<QDSRepo> repo;
-  EXPECT_EQ(stderrOf([&] { repo = QDSRepo::createRepo(path, 0); }),
+  EXPECT_EQ(qvtest::stderrOf([&] { repo = QDSRepo::createRepo(path, 0); }),
             "ERROR: [Morvane 83-1020] Function 'f' does not map to accelerator or platform "
             "hardware.  This can occur if the hardware function specifier is in error.  "
             "Declared hardware functions: f\n");
@@ -251,7 +239,7 @@ TEST_F(QDSRepoTest, CreateRepoWithoutTheRootLetsTheTreesErrorThrough) {
 TEST_F(QDSRepoTest, CreateRepoLogsTheDumpAtDebug) {
   Log::reportingLevel = logDEBUG;
   boost::shared_ptr<QDSRepo> repo;
-  std::string const logged = stderrOf([&] { repo = QDSRepo::createRepo(core, 0); });
+  std::string const logged = qvtest::stderrOf([&] { repo = QDSRepo::createRepo(core, 0); });
   ASSERT_TRUE(repo);
   EXPECT_EQ(logged, "DEBUG: [Morvane 83-1000] " + repo->toString("DEBUG: ") + "\n");
 }
@@ -259,7 +247,6 @@ TEST_F(QDSRepoTest, CreateRepoLogsTheDumpAtDebug) {
 class QDSRepoExampleTest : public QDSRepoTest {
  protected:
   void SetUp() override {
-    QDSRepoTest::SetUp();
     repo = QDSRepo::createRepo(qvtest::exampleFile("repository/qd_ip_db.xml"), 0);
     ASSERT_TRUE(repo);
   }
@@ -306,9 +293,9 @@ TEST_F(QDSRepoExampleTest, NamesFallBackToTheInterface) {
 
 TEST_F(QDSRepoExampleTest, IndexOutsideTheArgumentsIsEmptyWithANote) {
   Log::reportingLevel = logINTERNAL;
-  EXPECT_EQ(stderrOf([&] { EXPECT_EQ(repo->getIthQdHwFcnArg1("vadd", -1), ""); }),
+  EXPECT_EQ(qvtest::stderrOf([&] { EXPECT_EQ(repo->getIthQdHwFcnArg1("vadd", -1), ""); }),
             "INTERNAL: [Morvane 83-1010] Function 'vadd' does not have argument index'-1'\n");
-  EXPECT_EQ(stderrOf([&] { EXPECT_EQ(repo->getIthQdHwFcnArg1("vadd", 4), ""); }),
+  EXPECT_EQ(qvtest::stderrOf([&] { EXPECT_EQ(repo->getIthQdHwFcnArg1("vadd", 4), ""); }),
             "INTERNAL: [Morvane 83-1010] Function 'vadd' does not have argument index'4'\n");
 }
 
@@ -332,8 +319,9 @@ TEST_F(QDSRepoExampleTest, ReservedClocksAreNotAvailable) {
   EXPECT_EQ(repo->getClockFrequencyForClockId(1, platform), 500.0);
   EXPECT_EQ(repo->getCpuClockFrequency(platform), 1200.0f);
   EXPECT_EQ(repo->getNumAvailableClocks("vadd"), -1);
-  EXPECT_EQ(stderrOf([&] { EXPECT_EQ(repo->getClockFrequencyForClockId(4, platform), -1.0); }),
-            "WARNING: [Morvane 83-10051] Invalid clock id 4 for platform qv_accel_h2_gen3x16\n");
+  EXPECT_EQ(
+      qvtest::stderrOf([&] { EXPECT_EQ(repo->getClockFrequencyForClockId(4, platform), -1.0); }),
+      "WARNING: [Morvane 83-10051] Invalid clock id 4 for platform qv_accel_h2_gen3x16\n");
 }
 
 TEST_F(QDSRepoExampleTest, InstanceOfAPlatformInterfaceAgreesWithTheCache) {
@@ -358,9 +346,9 @@ TEST_F(QDSRepoExampleTest, PortsByIndexFollowTheInterfaces) {
   EXPECT_EQ(repo->getQdCompNumPorts("absent"), -1);
   EXPECT_EQ(repo->getQdCompPortName("vadd", 0), "ap_clk");
   EXPECT_EQ(repo->getQdCompPortType("vadd", 3), "aximm");
-  EXPECT_EQ(stderrOf([&] { EXPECT_EQ(repo->getQdCompPortName("vadd", 5), ""); }),
+  EXPECT_EQ(qvtest::stderrOf([&] { EXPECT_EQ(repo->getQdCompPortName("vadd", 5), ""); }),
             "WARNING: [Morvane 83-1001]  Index 5 out of range for component vadd\n");
-  EXPECT_EQ(stderrOf([&] { EXPECT_EQ(repo->getQdCompPortType("vadd", -1), ""); }),
+  EXPECT_EQ(qvtest::stderrOf([&] { EXPECT_EQ(repo->getQdCompPortType("vadd", -1), ""); }),
             "WARNING: [Morvane 83-1001]  Index -1 out of range for component vadd\n");
 }
 

@@ -1,7 +1,6 @@
 #include "host/qd/qdrepo/QDXPathDoc.h"
 
 #include <gtest/gtest.h>
-#include <libxml/xmlerror.h>
 
 #include <fstream>
 #include <sstream>
@@ -10,44 +9,33 @@
 
 #include "host/qd/qdrepo/QDNamespaces.h"
 #include "tests/support/Golden.h"
+#include "tests/support/Stderr.h"
 #include "tests/support/TempDir.h"
 
 namespace qd {
 namespace {
 
-// libxml2's own error output (for a syntax error or a file that is not XML) is not ours to
-// test; it is silenced so that the captured standard error holds only the Log lines.
-void silentLibxml(void*, char const*, ...) {}
-
 class QDXPathDocTest : public ::testing::Test {
  protected:
   void SetUp() override {
-    xmlSetGenericErrorFunc(nullptr, silentLibxml);
     document = QDXPathDoc::buildDoc(path, false);
     ASSERT_TRUE(document);
   }
-  void TearDown() override { xmlSetGenericErrorFunc(nullptr, nullptr); }
 
-  // Runs `query` and returns what it wrote to standard error.
-  template <class Query>
-  static std::string stderrOf(Query query) {
-    testing::internal::CaptureStderr();
-    query();
-    return testing::internal::GetCapturedStderr();
-  }
-
+  qvtest::SilentLibxml silent;
   std::string const path = qvtest::dataFile("repository/xpath_doc.xml");
   boost::shared_ptr<QDXPathDoc> document;
 };
 
 TEST_F(QDXPathDocTest, CountOverNothingIsZeroNotAnError) {
   int value = -5;
-  EXPECT_EQ(stderrOf([&] { value = document->intQuery("count(//qd:nothing)", "caller"); }), "");
+  EXPECT_EQ(qvtest::stderrOf([&] { value = document->intQuery("count(//qd:nothing)", "caller"); }),
+            "");
   EXPECT_EQ(value, 0);
 }
 
 TEST_F(QDXPathDocTest, NumberOfAnAbsentAttributeIsMinusOneWithoutMessage) {
-  EXPECT_EQ(stderrOf([&] {
+  EXPECT_EQ(qvtest::stderrOf([&] {
               EXPECT_EQ(document->intQuery("number(//qd:values/@qd:absent)", "c"), -1);
               EXPECT_EQ(document->longLongQuery("number(//qd:values/@qd:absent)", "c"), -1);
               EXPECT_EQ(document->floatQuery("number(//qd:values/@qd:absent)", "c"), -1.0);
@@ -90,9 +78,9 @@ TEST_F(QDXPathDocTest, NodeSetOrFailedEvaluationIsMinusOneWithTheQuerysMessage) 
   for (NumberMessage const& row : rows) {
     SCOPED_TRACE(row.query);
     double value = 0;
-    EXPECT_EQ(stderrOf([&] { value = run(row.query, broken); }), row.nullLine);
+    EXPECT_EQ(qvtest::stderrOf([&] { value = run(row.query, broken); }), row.nullLine);
     EXPECT_EQ(value, -1.0);
-    EXPECT_EQ(stderrOf([&] { value = run(row.query, nodes); }), row.typeLine);
+    EXPECT_EQ(qvtest::stderrOf([&] { value = run(row.query, nodes); }), row.typeLine);
     EXPECT_EQ(value, -1.0);
   }
 }
@@ -101,17 +89,17 @@ TEST_F(QDXPathDocTest, BooleanQueryAnswersBooleansOnly) {
   EXPECT_TRUE(document->booleanQuery("boolean(//qd:item)", "c"));
   EXPECT_FALSE(document->booleanQuery("boolean(//qd:nothing)", "c"));
   bool value = true;
-  EXPECT_EQ(stderrOf([&] { value = document->booleanQuery("count(//qd:item)", "isX"); }),
+  EXPECT_EQ(qvtest::stderrOf([&] { value = document->booleanQuery("count(//qd:item)", "isX"); }),
             "ERROR: [Morvane 83-1008] isX count(//qd:item) does not evaluate to XPATH_BOOLEAN\n");
   EXPECT_FALSE(value);
-  EXPECT_EQ(stderrOf([&] { value = document->booleanQuery("boolean(", "isX"); }),
+  EXPECT_EQ(qvtest::stderrOf([&] { value = document->booleanQuery("boolean(", "isX"); }),
             "ERROR: [Morvane 83-1008] isX boolean( does not evaluate to XPATH_BOOLEAN\n");
   EXPECT_FALSE(value);
 }
 
 TEST_F(QDXPathDocTest, StringQueryOfANumberIsEmptyWithoutMessage) {
   std::string value = "x";
-  EXPECT_EQ(stderrOf([&] { value = document->stringQuery("count(//qd:item)", "c"); }), "");
+  EXPECT_EQ(qvtest::stderrOf([&] { value = document->stringQuery("count(//qd:item)", "c"); }), "");
   EXPECT_EQ(value, "");
   EXPECT_EQ(document->stringQuery("concat('a', 'b')", "c"), "ab");
   EXPECT_EQ(document->stringQuery("string(", "c"), "");
@@ -157,7 +145,7 @@ TEST_F(QDXPathDocTest, AllSixPrefixesAreBoundInOrder) {
 
 TEST_F(QDXPathDocTest, EmptyFileNameCannotBeOpened) {
   boost::shared_ptr<QDXPathDoc> made;
-  EXPECT_EQ(stderrOf([&] { made = QDXPathDoc::buildDoc("", false); }),
+  EXPECT_EQ(qvtest::stderrOf([&] { made = QDXPathDoc::buildDoc("", false); }),
             "ERROR: [Morvane 83-1001] Cannot open \n");
   EXPECT_FALSE(made);
 }
@@ -165,7 +153,7 @@ TEST_F(QDXPathDocTest, EmptyFileNameCannotBeOpened) {
 TEST_F(QDXPathDocTest, MissingFileCannotBeOpened) {
   qvtest::TempDir dir;
   boost::shared_ptr<QDXPathDoc> made;
-  EXPECT_EQ(stderrOf([&] { made = QDXPathDoc::buildDoc(dir.file("absent.xml"), false); }),
+  EXPECT_EQ(qvtest::stderrOf([&] { made = QDXPathDoc::buildDoc(dir.file("absent.xml"), false); }),
             "ERROR: [Morvane 83-1001] Cannot open " + dir.file("absent.xml") + "\n");
   EXPECT_FALSE(made);
 }
@@ -174,7 +162,8 @@ TEST_F(QDXPathDocTest, FileThatIsNotXmlGivesNullWithoutAMessageOfOurs) {
   qvtest::TempDir dir;
   std::ofstream(dir.file("text.xml")) << "this is not <xml";
   boost::shared_ptr<QDXPathDoc> made;
-  EXPECT_EQ(stderrOf([&] { made = QDXPathDoc::buildDoc(dir.file("text.xml"), false); }), "");
+  EXPECT_EQ(qvtest::stderrOf([&] { made = QDXPathDoc::buildDoc(dir.file("text.xml"), false); }),
+            "");
   EXPECT_FALSE(made);
 }
 
@@ -182,7 +171,7 @@ TEST_F(QDXPathDocTest, ParseFileOfAMissingFileSaysSoWithItsOwnNumber) {
   qvtest::TempDir dir;
   QDXPathDoc made(dir.file("absent.xml"), false);
   bool parsed = true;
-  EXPECT_EQ(stderrOf([&] { parsed = made.parseFile(); }),
+  EXPECT_EQ(qvtest::stderrOf([&] { parsed = made.parseFile(); }),
             "ERROR: [Morvane 83-1000] Cannot open " + dir.file("absent.xml") + "\n");
   EXPECT_FALSE(parsed);
   EXPECT_EQ(made.doc, nullptr);
