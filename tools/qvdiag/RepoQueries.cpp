@@ -63,6 +63,12 @@ Call two(Method method) {
       [method](qd::QDSRepo& repo, Arguments const& a) { return text((repo.*method)(a[0], a[1])); };
 }
 template <class Method>
+Call three(Method method) {
+  return [method](qd::QDSRepo& repo, Arguments const& a) {
+    return text((repo.*method)(a[0], a[1], a[2]));
+  };
+}
+template <class Method>
 Call index(Method method, std::string const& name) {
   return [method, name](qd::QDSRepo& repo, Arguments const& a) {
     return text((repo.*method)(integer(a[0], name)));
@@ -83,7 +89,8 @@ Call indexAndName(Method method, std::string const& name) {
 
 std::vector<Entry> const& allEntries() {
   using R = qd::QDSRepo;
-  // Overloads would make the member pointers ambiguous; none of these is overloaded.
+  // An overloaded method is listed once per form, the forms with an index first: ask() takes
+  // the first form whose index parameters read as integers.
   static std::vector<Entry> const kEntries = {
       // Core
       {{"getNumQdComponents", {}}, none(&R::getNumQdComponents)},
@@ -111,7 +118,19 @@ std::vector<Entry> const& allEntries() {
       {{"getQdCompPortName", {"component", "i"}},
        nameAndIndex(&R::getQdCompPortName, "getQdCompPortName")},
       {{"getQdCompPortType", {"component", "i"}},
-       nameAndIndex(&R::getQdCompPortType, "getQdCompPortType")},
+       nameAndIndex(static_cast<std::string (R::*)(std::string const&, int)>(&R::getQdCompPortType),
+                    "getQdCompPortType")},
+      {{"getQdCompPortType", {"component", "port"}},
+       two(static_cast<std::string (R::*)(std::string const&, std::string const&)>(
+           &R::getQdCompPortType))},
+      {{"getQdCompPortDir", {"component", "port"}}, two(&R::getQdCompPortDir)},
+      {{"getQdCompPortMode", {"component", "port"}}, two(&R::getQdCompPortMode)},
+      {{"isQdCompQdPort", {"component", "port"}}, two(&R::isQdCompQdPort)},
+      {{"getQdCompQdPortDir", {"component", "port"}}, two(&R::getQdCompQdPortDir)},
+      {{"getQdCompPortStringAttr", {"component", "port", "attribute"}},
+       three(&R::getQdCompPortStringAttr)},
+      {{"getQdCompBusInterfaceStringAttr", {"component", "port", "attribute"}},
+       three(&R::getQdCompBusInterfaceStringAttr)},
       {{"getQdCompBusInterfacePort", {"component", "port"}}, two(&R::getQdCompBusInterfacePort)},
       {{"getQdCompBusInterfaceInstanceRef", {"component", "port"}},
        two(&R::getQdCompBusInterfaceInstanceRef)},
@@ -182,6 +201,24 @@ std::vector<Entry> const& allEntries() {
   return kEntries;
 }
 
+bool isIndexParameter(std::string const& parameter) {
+  return parameter == "i" || parameter == "id";
+}
+
+// Whether `arguments` can be given to `query`: as many, and integers where it takes an index.
+bool fits(RepoQueries::Query const& query, Arguments const& arguments) {
+  if (arguments.size() != query.parameters.size()) return false;
+  for (std::size_t k = 0; k < arguments.size(); ++k) {
+    if (!isIndexParameter(query.parameters[k])) continue;
+    try {
+      integer(arguments[k], query.name);
+    } catch (UsageError const&) {
+      return false;
+    }
+  }
+  return true;
+}
+
 std::string usage(RepoQueries::Query const& query) {
   std::string text = query.name;
   for (std::string const& parameter : query.parameters) text += " " + parameter;
@@ -201,15 +238,27 @@ std::vector<RepoQueries::Query> const& RepoQueries::all() {
 
 std::string RepoQueries::ask(qd::QDSRepo& repo, std::string const& name,
                              std::vector<std::string> const& arguments) {
+  std::vector<Entry const*> forms;
   for (Entry const& entry : allEntries()) {
-    if (entry.query.name != name) continue;
+    if (entry.query.name == name) forms.push_back(&entry);
+  }
+  if (forms.empty()) {
+    throw UsageError("unknown query '" + name + "'; qvdiag repo --list-queries shows them");
+  }
+  if (forms.size() == 1) {
+    Entry const& entry = *forms.front();
     if (arguments.size() != entry.query.parameters.size()) {
       throw UsageError(name + " takes " + std::to_string(entry.query.parameters.size()) +
                        " argument(s): " + usage(entry.query));
     }
     return entry.call(repo, arguments);
   }
-  throw UsageError("unknown query '" + name + "'; qvdiag repo --list-queries shows them");
+  std::string choices;
+  for (Entry const* entry : forms) {
+    if (fits(entry->query, arguments)) return entry->call(repo, arguments);
+    choices += (choices.empty() ? "" : " | ") + usage(entry->query);
+  }
+  throw UsageError(name + " takes one of: " + choices);
 }
 
 std::string RepoQueries::evaluate(qd::QDSRepo& repo, std::string const& expression) {

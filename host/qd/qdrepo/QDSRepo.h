@@ -126,6 +126,25 @@ class QV_EXPORT QDSRepo {
   // of its descendants too.
   std::string getQdCompPortName(std::string const& component, int i);
   std::string getQdCompPortType(std::string const& component, int i);
+  // The type of the interface or physical port `port`: the interface's qd:busTypeRef, else
+  // the physical port's qd:portTypeRef; "wire" for a physical port with no interface. "" with
+  // Log WARNING 1002 when neither is there. Checked where the physical port answers.
+  std::string getQdCompPortType(std::string const& component, std::string const& port);
+  // The qd:direction of the interface, else of the physical port; "" with Log WARNING 1003.
+  // Checked.
+  std::string getQdCompPortDir(std::string const& component, std::string const& port);
+  // The qd:mode of the interface; else, for a physical port, "master" for direction "in" and
+  // "slave" for any other; "" with Log WARNING 1004. Checked where the cache holds the same
+  // fact: an interface's own qd:mode and a physical port's direction.
+  std::string getQdCompPortMode(std::string const& component, std::string const& port);
+  // Physical ports (qd:port elements) by name.
+  bool isQdCompQdPort(std::string const& component, std::string const& port);
+  std::string getQdCompQdPortDir(std::string const& component, std::string const& port);
+  std::string getQdCompPortStringAttr(std::string const& component, std::string const& port,
+                                      std::string const& attribute);
+  // An attribute of the interface named `port`; "" when there is none.
+  std::string getQdCompBusInterfaceStringAttr(std::string const& component, std::string const& port,
+                                              std::string const& attribute);
   // Attributes of the interface named `port`, checked against the same field in the cache.
   std::string getQdCompBusInterfacePort(std::string const& component, std::string const& port);
   std::string getQdCompBusInterfaceInstanceRef(std::string const& component,

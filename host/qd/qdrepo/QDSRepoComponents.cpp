@@ -256,3 +256,140 @@ std::string QDSRepo::getQdCompBusInterfaceMemObject(std::string const& name,
 }
 
 }  // namespace qd
+
+namespace qd {
+
+namespace {
+
+std::string physicalPortAttribute(std::string const& name, std::string const& port,
+                                  std::string const& attribute) {
+  return component(name) + "/qd:port[@qd:name='" + port + "']/@" + attribute;
+}
+
+// The attribute of the interface whose qd:port is `port`, as this lookup has always been
+// written: the quotes around the attribute make an expression that XPath cannot evaluate, so it
+// answers "" and the caller goes on to its next source. Callers that depend on the order of the
+// tries see the same order as ever.
+std::string attributeBehindPhysicalPort(QDSRepo& repo, std::string const& name,
+                                        std::string const& port, std::string const& attribute,
+                                        std::string const& caller) {
+  return repo.stringQuery(
+      component(name) + "/qd:busInterface[@qd:port='" + port + "']/@'" + attribute + "'", caller);
+}
+
+std::string modeOfDirection(std::string const& direction) {
+  // An input port is where the data comes in from outside, so it is the master end.
+  return direction == "in" ? BusIntf::masterStr : BusIntf::slaveStr;
+}
+
+void warnNoDefinition(int number, std::string const& name, std::string const& port,
+                      char const* what) {
+  Log(logWARNING, number) << "Component type '" << name << "' has no port '" << port << "' " << what
+                          << " definition";
+}
+
+}  // namespace
+
+bool QDSRepo::isQdCompQdPort(std::string const& name, std::string const& port) {
+  return booleanQuery("boolean(" + component(name) + "/qd:port[@qd:name='" + port + "'])",
+                      "isQdCompQdPort");
+}
+
+std::string QDSRepo::getQdCompQdPortDir(std::string const& name, std::string const& port) {
+  return stringQuery(physicalPortAttribute(name, port, "qd:direction"), "getQdCompQdPortDir");
+}
+
+std::string QDSRepo::getQdCompPortStringAttr(std::string const& name, std::string const& port,
+                                             std::string const& attribute) {
+  return stringQuery(physicalPortAttribute(name, port, attribute), "getQdCompPortStringAttr");
+}
+
+std::string QDSRepo::getQdCompBusInterfaceStringAttr(std::string const& name,
+                                                     std::string const& port,
+                                                     std::string const& attribute) {
+  return stringQuery(interfaceAttribute(name, port, attribute), "getQdCompBusInterfaceStringAttr");
+}
+
+std::string QDSRepo::getQdCompPortType(std::string const& name, std::string const& port) {
+  Component const* cached = cachedFor(*this, name, port);
+  std::string cachedType;
+  if (cached) {
+    if (auto const object = named(cached->busInterfaces, port)) {
+      cachedType = object->busTypeRef;
+    } else if (cached->ports.count(port) != 0) {
+      cachedType = "wire";
+    }
+  }
+
+  if (isQdCompPort(name, port)) {
+    std::string const type = getQdCompBusInterfaceStringAttr(name, port, "qd:busTypeRef");
+    return type.empty() ? getQdCompPortStringAttr(name, port, "qd:portTypeRef") : type;
+  }
+  std::string answer;
+  if (booleanQuery("boolean(" + component(name) + "/qd:busInterface[@qd:port='" + port + "'])",
+                   "getQdCompPortType")) {
+    answer =
+        stringQuery(component(name) + "/qd:busInterface[@qd:port='" + port + "']/@qd:busTypeRef",
+                    "getQdCompPortType");
+  } else if (isQdCompQdPort(name, port)) {
+    answer = "wire";
+  } else {
+    warnNoDefinition(1002, name, port, "type");
+  }
+  if (cached) QDREPO_VERIFY("getQdCompPortType", answer, cachedType, name + "/" + port);
+  return answer;
+}
+
+std::string QDSRepo::getQdCompPortDir(std::string const& name, std::string const& port) {
+  Component const* cached = cachedFor(*this, name, port);
+  std::string cachedDirection;
+  if (cached) {
+    auto const object = named(cached->busInterfaces, port);
+    auto const physical = named(cached->ports, port);
+    if (object && !object->direction.empty()) {
+      cachedDirection = object->direction;
+    } else if (physical) {
+      cachedDirection = physical->direction;
+    }
+  }
+
+  std::string answer = getQdCompBusInterfaceStringAttr(name, port, "qd:direction");
+  if (answer.empty()) {
+    answer = attributeBehindPhysicalPort(*this, name, port, "qd:direction", "getQdCompPortDir");
+  }
+  if (answer.empty()) answer = getQdCompQdPortDir(name, port);
+  if (answer.empty()) warnNoDefinition(1003, name, port, "direction");
+  if (cached) QDREPO_VERIFY("getQdCompPortDir", answer, cachedDirection, name + "/" + port);
+  return answer;
+}
+
+std::string QDSRepo::getQdCompPortMode(std::string const& name, std::string const& port) {
+  Component const* cached = cachedFor(*this, name, port);
+
+  std::string answer = getQdCompBusInterfaceStringAttr(name, port, "qd:mode");
+  if (!answer.empty()) {
+    // The cache keeps only whether the interface is a master, so it can speak for an interface
+    // that states its mode, and not for one that leaves it out.
+    auto const object = cached ? named(cached->busInterfaces, port) : nullptr;
+    if (object) {
+      QDREPO_VERIFY("getQdCompPortMode", answer,
+                    object->isMaster ? BusIntf::masterStr : BusIntf::slaveStr, name + "/" + port);
+    }
+    return answer;
+  }
+  answer = attributeBehindPhysicalPort(*this, name, port, "qd:mode", "getQdCompPortMode");
+  if (!answer.empty()) return answer;
+  if (isQdCompQdPort(name, port)) {
+    answer = modeOfDirection(getQdCompQdPortDir(name, port));
+    auto const physical = cached ? named(cached->ports, port) : nullptr;
+    if (physical) {
+      QDREPO_VERIFY("getQdCompPortMode", answer, modeOfDirection(physical->direction),
+                    name + "/" + port);
+    }
+    return answer;
+  }
+  warnNoDefinition(1004, name, port, "mode");
+  return answer;
+}
+
+}  // namespace qd

@@ -52,6 +52,10 @@ TEST_F(RepoQueriesTest, AnswersPrintByType) {
       {"getIthAvailableClockId", {"2", "qv_accel_h2_gen3x16"}, "2"},
       {"getClockFrequencyForClockId", {"2", "qv_accel_h2_gen3x16"}, "450"},
       {"getCpuClockFrequency", {"qv_accel_h2_gen3x16"}, "1200"},
+      {"getQdCompPortType", {"vadd", "3"}, "\"aximm\""},
+      {"getQdCompPortType", {"vadd", "m_axi_gmem"}, "\"aximm\""},
+      {"getQdCompPortMode", {"vadd", "s_axi_control"}, "\"slave\""},
+      {"getQdCompPortStringAttr", {"qv_accel_h2_gen3x16", "pcie_refclk", "qd:width"}, "\"1\""},
   };
   for (Row const& row : rows) {
     SCOPED_TRACE(row.name);
@@ -89,6 +93,9 @@ TEST_F(RepoQueriesTest, BadUseNamesTheQuery) {
             "getIthQdHwFcnArg1 takes 2 argument(s): getIthQdHwFcnArg1 function i");
   EXPECT_EQ(usageError("getIthQdHwFcnArg1", {"vadd", "1x"}),
             "getIthQdHwFcnArg1: '1x' is not an integer");
+  EXPECT_EQ(usageError("getQdCompPortType", {"vadd"}),
+            "getQdCompPortType takes one of: getQdCompPortType component i | "
+            "getQdCompPortType component port");
 }
 
 TEST_F(RepoQueriesTest, ExpressionsPrintTheirType) {
