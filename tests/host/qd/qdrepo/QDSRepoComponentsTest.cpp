@@ -130,6 +130,13 @@ TEST_F(QDSRepoPortsTest, ModeOutsideMasterAndSlaveEndsTheProcess) {
               "getQdCompPortMode monitor!=master: odd/SLOT\n$");
 }
 
+TEST_F(QDSRepoPortsTest, NumPortsOfAComponentNotInTheFileIsMinusOneWithoutACheck) {
+  EXPECT_EQ(qvtest::stderrOf([&] { EXPECT_EQ(repo->getQdCompNumPorts("absent"), -1); }), "");
+  // Counted by XPath with nothing to check; physical ports are not among the indexed ports.
+  EXPECT_EQ(repo->getQdCompNumPorts("uncached"), 1);
+  EXPECT_EQ(repo->getQdCompNumPorts("acc"), 4);
+}
+
 TEST_F(QDSRepoPortsTest, PhysicalPortReadersAnswerByName) {
   EXPECT_TRUE(repo->isQdCompQdPort("acc", "din"));
   EXPECT_FALSE(repo->isQdCompQdPort("acc", "m_axi"));
