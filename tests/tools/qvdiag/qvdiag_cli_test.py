@@ -248,6 +248,22 @@ class QvdiagTest(unittest.TestCase):
         self.assertRun(listed, 0, stderr="")
         self.assertIn("\ngetIthQdHwFcnArg1 function i\n", listed.stdout)
 
+    def test_repo_lists_every_query_method_of_the_repository(self):
+        # The methods that --query does not serve have options of their own (--xpath for the
+        # typed queries, --dump, --interactive) or make the repository itself.
+        served_otherwise = {"QDSRepo", "createRepo", "getFileName", "intQuery", "longLongQuery",
+                            "floatQuery", "booleanQuery", "stringQuery", "stringListQuery",
+                            "queryDocInteractive", "toString"}
+        with open(os.path.join(ARGS.source_dir, "host", "qd", "qdrepo", "QDSRepo.h")) as f:
+            header = f.read()
+        body = header[header.index("class QV_EXPORT QDSRepo"):header.index("// ---- State")]
+        declared = set(re.findall(r"^\s+(?:static\s+)?[\w:<>, ]+?[\s&*]+(\w+)\(", body,
+                                  re.M))
+        listed = {line.split()[0] for line in run("repo", "--list-queries").stdout.splitlines()}
+        self.assertGreater(len(declared), 60)
+        self.assertEqual(sorted(declared - served_otherwise - listed), [])
+        self.assertEqual(sorted(listed - declared), [])
+
     def test_repo_dump_starts_with_the_file(self):
         result = run("repo", self.repository(), "--dump")
         self.assertRun(result, 0, stderr="")
