@@ -5,6 +5,9 @@
 #include <functional>
 #include <memory>
 #include <sstream>
+#include <stdexcept>
+#include <type_traits>
+#include <utility>
 
 #include "host/qd/qdrepo/QDSRepo.h"
 #include "tools/qvdiag/UsageError.h"
@@ -15,19 +18,26 @@ namespace {
 using Arguments = std::vector<std::string>;
 using Call = std::function<std::string(qd::QDSRepo&, Arguments const&)>;
 
-std::string text(bool value) { return value ? "true" : "false"; }
-std::string text(int value) { return std::to_string(value); }
-std::string text(float value) {
-  std::ostringstream out;
-  out << value;
-  return out.str();
+// An answer as the command line shows it.
+template <class T>
+std::string text(T const& value) {
+  if constexpr (std::is_same_v<T, bool>) {
+    return value ? "true" : "false";
+  } else if constexpr (std::is_same_v<T, std::string>) {
+    return "\"" + value + "\"";
+  } else if constexpr (std::is_same_v<T, std::vector<std::string>>) {
+    std::string joined;
+    for (std::string const& item : value) joined += (joined.empty() ? "" : " ") + text(item);
+    return joined.empty() ? "(none)" : joined;
+  } else if constexpr (std::is_integral_v<T>) {
+    return std::to_string(value);
+  } else {
+    static_assert(std::is_floating_point_v<T>, "a query answers a number, a truth or text");
+    std::ostringstream out;
+    out << value;
+    return out.str();
+  }
 }
-std::string text(double value) {
-  std::ostringstream out;
-  out << value;
-  return out.str();
-}
-std::string text(std::string const& value) { return "\"" + value + "\""; }
 
 int integer(std::string const& argument, std::string const& name) {
   std::size_t used = 0;
@@ -43,48 +53,48 @@ int integer(std::string const& argument, std::string const& name) {
   return value;
 }
 
+// How one parameter of a query reads from its command-line text.
+template <class T>
+struct Argument;
+template <>
+struct Argument<std::string> {
+  static constexpr bool isInteger = false;
+  static std::string read(std::string const& text, std::string const&) { return text; }
+};
+template <>
+struct Argument<int> {
+  static constexpr bool isInteger = true;
+  static int read(std::string const& text, std::string const& query) {
+    return integer(text, query);
+  }
+};
+
 struct Entry {
   RepoQueries::Query query;
+  std::vector<bool> integers;  // which parameters take an integer
   Call call;
 };
 
-// Adapters from a query's parameters as typed to its C++ signature.
-template <class Method>
-Call none(Method method) {
-  return [method](qd::QDSRepo& repo, Arguments const&) { return text((repo.*method)()); };
+template <class Method, class... Params, std::size_t... I>
+std::string invoke(qd::QDSRepo& repo, Method method, Arguments const& arguments,
+                   std::string const& name, std::index_sequence<I...>) {
+  return text((repo.*method)(Argument<std::decay_t<Params>>::read(arguments[I], name)...));
 }
-template <class Method>
-Call one(Method method) {
-  return [method](qd::QDSRepo& repo, Arguments const& a) { return text((repo.*method)(a[0])); };
-}
-template <class Method>
-Call two(Method method) {
-  return
-      [method](qd::QDSRepo& repo, Arguments const& a) { return text((repo.*method)(a[0], a[1])); };
-}
-template <class Method>
-Call three(Method method) {
-  return [method](qd::QDSRepo& repo, Arguments const& a) {
-    return text((repo.*method)(a[0], a[1], a[2]));
+
+// The table's entry for `method` under `name`, its parameters named as the usage shows them
+// ("component", "i", ...); their number must be the method's.
+template <class Ret, class... Params>
+Entry query(char const* name, std::vector<std::string> const& parameters,
+            Ret (qd::QDSRepo::*method)(Params...)) {
+  if (parameters.size() != sizeof...(Params)) {
+    throw std::logic_error(std::string("qvdiag repo: wrong parameter list for ") + name);
+  }
+  std::string const word = name;
+  Call call = [method, word](qd::QDSRepo& repo, Arguments const& arguments) {
+    return invoke<decltype(method), Params...>(repo, method, arguments, word,
+                                               std::index_sequence_for<Params...>{});
   };
-}
-template <class Method>
-Call index(Method method, std::string const& name) {
-  return [method, name](qd::QDSRepo& repo, Arguments const& a) {
-    return text((repo.*method)(integer(a[0], name)));
-  };
-}
-template <class Method>
-Call nameAndIndex(Method method, std::string const& name) {
-  return [method, name](qd::QDSRepo& repo, Arguments const& a) {
-    return text((repo.*method)(a[0], integer(a[1], name)));
-  };
-}
-template <class Method>
-Call indexAndName(Method method, std::string const& name) {
-  return [method, name](qd::QDSRepo& repo, Arguments const& a) {
-    return text((repo.*method)(integer(a[0], name), a[1]));
-  };
+  return Entry{{name, parameters}, {Argument<std::decay_t<Params>>::isInteger...}, call};
 }
 
 std::vector<Entry> const& allEntries() {
@@ -93,125 +103,109 @@ std::vector<Entry> const& allEntries() {
   // the first form whose index parameters read as integers.
   static std::vector<Entry> const kEntries = {
       // Core
-      {{"getNumQdComponents", {}}, none(&R::getNumQdComponents)},
-      {{"getIthQdComponent", {"i"}}, index(&R::getIthQdComponent, "getIthQdComponent")},
-      {{"checkDatabase", {}}, none(&R::checkDatabase)},
-      {{"checkQdHwFcn", {"function"}}, one(&R::checkQdHwFcn)},
+      query("getNumQdComponents", {}, &R::getNumQdComponents),
+      query("getIthQdComponent", {"i"}, &R::getIthQdComponent),
+      query("checkDatabase", {}, &R::checkDatabase),
+      query("checkQdHwFcn", {"function"}, &R::checkQdHwFcn),
       // Components
-      {{"isQdComp", {"component"}}, one(&R::isQdComp)},
-      {{"isQdAcceleratorComp", {"component"}}, one(&R::isQdAcceleratorComp)},
-      {{"isQdDatamoverComp", {"component"}}, one(&R::isQdDatamoverComp)},
-      {{"isQdMonitorComp", {"component"}}, one(&R::isQdMonitorComp)},
-      {{"isQdInterconnectComp", {"component"}}, one(&R::isQdInterconnectComp)},
-      {{"isQdSmartConnectComp", {"component"}}, one(&R::isQdSmartConnectComp)},
-      {{"isQdPlatformComp", {"component"}}, one(&R::isQdPlatformComp)},
-      {{"getQdCompType", {"component"}}, one(&R::getQdCompType)},
-      {{"isQdCompWithAdapter", {"component"}}, one(&R::isQdCompWithAdapter)},
-      {{"isQdAdapteeComp", {"component"}}, one(&R::isQdAdapteeComp)},
-      {{"getQdPlatformComp", {}}, none(&R::getQdPlatformComp)},
-      {{"isQdCompPort", {"component", "port"}}, two(&R::isQdCompPort)},
-      {{"isQdCompAxiPort", {"component", "port"}}, two(&R::isQdCompAxiPort)},
-      {{"isQdCompClockPort", {"component", "port"}}, two(&R::isQdCompClockPort)},
-      {{"getQdCompNumPorts", {"component"}}, one(&R::getQdCompNumPorts)},
-      {{"isValidQdCompPortIndex", {"component", "i"}},
-       nameAndIndex(&R::isValidQdCompPortIndex, "isValidQdCompPortIndex")},
-      {{"getQdCompPortName", {"component", "i"}},
-       nameAndIndex(&R::getQdCompPortName, "getQdCompPortName")},
-      {{"getQdCompPortType", {"component", "i"}},
-       nameAndIndex(static_cast<std::string (R::*)(std::string const&, int)>(&R::getQdCompPortType),
-                    "getQdCompPortType")},
-      {{"getQdCompPortType", {"component", "port"}},
-       two(static_cast<std::string (R::*)(std::string const&, std::string const&)>(
-           &R::getQdCompPortType))},
-      {{"getQdCompPortDir", {"component", "port"}}, two(&R::getQdCompPortDir)},
-      {{"getQdCompPortMode", {"component", "port"}}, two(&R::getQdCompPortMode)},
-      {{"isQdCompQdPort", {"component", "port"}}, two(&R::isQdCompQdPort)},
-      {{"getQdCompQdPortDir", {"component", "port"}}, two(&R::getQdCompQdPortDir)},
-      {{"getQdCompPortStringAttr", {"component", "port", "attribute"}},
-       three(&R::getQdCompPortStringAttr)},
-      {{"getQdCompBusInterfaceStringAttr", {"component", "port", "attribute"}},
-       three(&R::getQdCompBusInterfaceStringAttr)},
-      {{"getQdCompBusInterfacePort", {"component", "port"}}, two(&R::getQdCompBusInterfacePort)},
-      {{"getQdCompBusInterfaceInstanceRef", {"component", "port"}},
-       two(&R::getQdCompBusInterfaceInstanceRef)},
-      {{"getQdCompBusInterfaceComponentRef", {"component", "port"}},
-       two(&R::getQdCompBusInterfaceComponentRef)},
-      {{"getQdCompBusInterfaceBusInterfaceRef", {"component", "port"}},
-       two(&R::getQdCompBusInterfaceBusInterfaceRef)},
-      {{"getQdCompBusInterfaceMemObject", {"component", "port"}},
-       two(&R::getQdCompBusInterfaceMemObject)},
+      query("isQdComp", {"component"}, &R::isQdComp),
+      query("isQdAcceleratorComp", {"component"}, &R::isQdAcceleratorComp),
+      query("isQdDatamoverComp", {"component"}, &R::isQdDatamoverComp),
+      query("isQdMonitorComp", {"component"}, &R::isQdMonitorComp),
+      query("isQdInterconnectComp", {"component"}, &R::isQdInterconnectComp),
+      query("isQdSmartConnectComp", {"component"}, &R::isQdSmartConnectComp),
+      query("isQdPlatformComp", {"component"}, &R::isQdPlatformComp),
+      query("getQdCompType", {"component"}, &R::getQdCompType),
+      query("isQdCompWithAdapter", {"component"}, &R::isQdCompWithAdapter),
+      query("isQdAdapteeComp", {"component"}, &R::isQdAdapteeComp),
+      query("getQdPlatformComp", {}, &R::getQdPlatformComp),
+      query("isQdCompPort", {"component", "port"}, &R::isQdCompPort),
+      query("isQdCompAxiPort", {"component", "port"}, &R::isQdCompAxiPort),
+      query("isQdCompClockPort", {"component", "port"}, &R::isQdCompClockPort),
+      query("getQdCompNumPorts", {"component"}, &R::getQdCompNumPorts),
+      query("isValidQdCompPortIndex", {"component", "i"}, &R::isValidQdCompPortIndex),
+      query("getQdCompPortName", {"component", "i"}, &R::getQdCompPortName),
+      query("getQdCompPortType", {"component", "i"},
+            static_cast<std::string (R::*)(std::string const&, int)>(&R::getQdCompPortType)),
+      query("getQdCompPortType", {"component", "port"},
+            static_cast<std::string (R::*)(std::string const&, std::string const&)>(
+                &R::getQdCompPortType)),
+      query("getQdCompPortDir", {"component", "port"}, &R::getQdCompPortDir),
+      query("getQdCompPortMode", {"component", "port"}, &R::getQdCompPortMode),
+      query("isQdCompQdPort", {"component", "port"}, &R::isQdCompQdPort),
+      query("getQdCompQdPortDir", {"component", "port"}, &R::getQdCompQdPortDir),
+      query("getQdCompPortStringAttr", {"component", "port", "attribute"},
+            &R::getQdCompPortStringAttr),
+      query("getQdCompBusInterfaceStringAttr", {"component", "port", "attribute"},
+            &R::getQdCompBusInterfaceStringAttr),
+      query("getQdCompBusInterfacePort", {"component", "port"}, &R::getQdCompBusInterfacePort),
+      query("getQdCompBusInterfaceInstanceRef", {"component", "port"},
+            &R::getQdCompBusInterfaceInstanceRef),
+      query("getQdCompBusInterfaceComponentRef", {"component", "port"},
+            &R::getQdCompBusInterfaceComponentRef),
+      query("getQdCompBusInterfaceBusInterfaceRef", {"component", "port"},
+            &R::getQdCompBusInterfaceBusInterfaceRef),
+      query("getQdCompBusInterfaceMemObject", {"component", "port"},
+            &R::getQdCompBusInterfaceMemObject),
       // Memory objects
-      {{"getMemObjectInstRef", {"platform", "object"}}, two(&R::getMemObjectInstRef)},
-      {{"getMemObjectSlr", {"platform", "object"}}, two(&R::getMemObjectSlr)},
-      {{"getMemObjectMemPort", {"platform", "object"}}, two(&R::getMemObjectMemPort)},
+      query("getMemObjectInstRef", {"platform", "object"}, &R::getMemObjectInstRef),
+      query("getMemObjectSlr", {"platform", "object"}, &R::getMemObjectSlr),
+      query("getMemObjectMemPort", {"platform", "object"}, &R::getMemObjectMemPort),
       // Hardware functions
-      {{"isQdHwFcn", {"function"}}, one(&R::isQdHwFcn)},
-      {{"getNumQdHwFcns", {}}, none(&R::getNumQdHwFcns)},
-      {{"getIthQdHwFcn", {"i"}}, index(&R::getIthQdHwFcn, "getIthQdHwFcn")},
-      {{"getQdHwFcnQdComponentRef", {"function"}}, one(&R::getQdHwFcnQdComponentRef)},
-      {{"isQdHwHlsOpenclFcn", {"function"}}, one(&R::isQdHwHlsOpenclFcn)},
-      {{"isQdPlatformHwFcn", {"function"}}, one(&R::isQdPlatformHwFcn)},
-      {{"getQdHwFcnCtrlRegType", {"function"}}, one(&R::getQdHwFcnCtrlRegType)},
-      {{"getQdHwFcnReturnOffset", {"function"}}, one(&R::getQdHwFcnReturnOffset)},
-      {{"getNumQdHwFcnArgs1", {"function"}}, one(&R::getNumQdHwFcnArgs1)},
-      {{"getNumQdHwFcnArgs", {"function"}}, one(&R::getNumQdHwFcnArgs)},
-      {{"isQdHwFcnArg", {"function", "argument"}}, two(&R::isQdHwFcnArg)},
-      {{"getIthQdHwFcnArg1", {"function", "i"}},
-       nameAndIndex(&R::getIthQdHwFcnArg1, "getIthQdHwFcnArg1")},
-      {{"getIthQdHwFcnArgBusInterfaceRef1", {"function", "i"}},
-       nameAndIndex(&R::getIthQdHwFcnArgBusInterfaceRef1, "getIthQdHwFcnArgBusInterfaceRef1")},
-      {{"getIthQdHwFcnArgHwName1", {"function", "i"}},
-       nameAndIndex(&R::getIthQdHwFcnArgHwName1, "getIthQdHwFcnArgHwName1")},
-      {{"getIthQdHwFcnArgAximmMasterRef1", {"function", "i"}},
-       nameAndIndex(&R::getIthQdHwFcnArgAximmMasterRef1, "getIthQdHwFcnArgAximmMasterRef1")},
-      {{"ithQdHwFcnArgIsAximmMasterPtr1", {"function", "i"}},
-       nameAndIndex(&R::ithQdHwFcnArgIsAximmMasterPtr1, "ithQdHwFcnArgIsAximmMasterPtr1")},
-      {{"ithQdHwFcnArgIsAximmMasterPtr", {"function", "i"}},
-       nameAndIndex(&R::ithQdHwFcnArgIsAximmMasterPtr, "ithQdHwFcnArgIsAximmMasterPtr")},
-      {{"qdHwFcnArgIsAximmMasterPtr", {"function", "argument"}},
-       two(&R::qdHwFcnArgIsAximmMasterPtr)},
-      {{"getIthQdHwFcnArgPortInterfaceType1", {"function", "i"}},
-       nameAndIndex(&R::getIthQdHwFcnArgPortInterfaceType1, "getIthQdHwFcnArgPortInterfaceType1")},
-      {{"getIthQdHwFcnArgOffset", {"function", "i"}},
-       nameAndIndex(&R::getIthQdHwFcnArgOffset, "getIthQdHwFcnArgOffset")},
-      {{"getIthQdHwFcnArgDataWidth", {"function", "i"}},
-       nameAndIndex(&R::getIthQdHwFcnArgDataWidth, "getIthQdHwFcnArgDataWidth")},
-      {{"qdHwFcnArgIsPacked", {"function", "argument"}}, two(&R::qdHwFcnArgIsPacked)},
-      {{"getQdHwFcnArgPackedDataWidth", {"function", "argument"}},
-       two(&R::getQdHwFcnArgPackedDataWidth)},
-      {{"getIthQdHwFcnArgPackedDataWidth1", {"function", "i"}},
-       nameAndIndex(&R::getIthQdHwFcnArgPackedDataWidth1, "getIthQdHwFcnArgPackedDataWidth1")},
-      {{"isQdHwFcnArrayArg", {"function", "argument"}}, two(&R::isQdHwFcnArrayArg)},
-      {{"getIthQdHwFcnArgArraySize1", {"function", "i"}},
-       nameAndIndex(&R::getIthQdHwFcnArgArraySize1, "getIthQdHwFcnArgArraySize1")},
-      // Platform clocks
-      {{"getNumPlatformClocks", {"platform"}}, one(&R::getNumPlatformClocks)},
-      {{"getIthPlatformClock", {"i", "platform"}},
-       indexAndName(&R::getIthPlatformClock, "getIthPlatformClock")},
-      {{"isAvailableClockId", {"id", "platform"}},
-       indexAndName(&R::isAvailableClockId, "isAvailableClockId")},
-      {{"getNumAvailableClocks", {"platform"}}, one(&R::getNumAvailableClocks)},
-      {{"getIthAvailableClockId", {"i", "platform"}},
-       indexAndName(&R::getIthAvailableClockId, "getIthAvailableClockId")},
-      {{"getPlatformDefaultClockId", {"platform"}}, one(&R::getPlatformDefaultClockId)},
-      {{"getClockFrequencyForClockId", {"id", "platform"}},
-       indexAndName(&R::getClockFrequencyForClockId, "getClockFrequencyForClockId")},
-      {{"getCpuClockFrequency", {"platform"}}, one(&R::getCpuClockFrequency)},
+      query("isQdHwFcn", {"function"}, &R::isQdHwFcn),
+      query("getNumQdHwFcns", {}, &R::getNumQdHwFcns),
+      query("getIthQdHwFcn", {"i"}, &R::getIthQdHwFcn),
+      query("getQdHwFcnQdComponentRef", {"function"}, &R::getQdHwFcnQdComponentRef),
+      query("isQdHwHlsOpenclFcn", {"function"}, &R::isQdHwHlsOpenclFcn),
+      query("isQdPlatformHwFcn", {"function"}, &R::isQdPlatformHwFcn),
+      query("getQdHwFcnCtrlRegType", {"function"}, &R::getQdHwFcnCtrlRegType),
+      query("getQdHwFcnReturnOffset", {"function"}, &R::getQdHwFcnReturnOffset),
+      query("getNumQdHwFcnArgs1", {"function"}, &R::getNumQdHwFcnArgs1),
+      query("getNumQdHwFcnArgs", {"function"}, &R::getNumQdHwFcnArgs),
+      query("isQdHwFcnArg", {"function", "argument"}, &R::isQdHwFcnArg),
+      query("getIthQdHwFcnArg1", {"function", "i"}, &R::getIthQdHwFcnArg1),
+      query("getIthQdHwFcnArgBusInterfaceRef1", {"function", "i"},
+            &R::getIthQdHwFcnArgBusInterfaceRef1),
+      query("getIthQdHwFcnArgHwName1", {"function", "i"}, &R::getIthQdHwFcnArgHwName1),
+      query("getIthQdHwFcnArgAximmMasterRef1", {"function", "i"},
+            &R::getIthQdHwFcnArgAximmMasterRef1),
+      query("ithQdHwFcnArgIsAximmMasterPtr1", {"function", "i"},
+            &R::ithQdHwFcnArgIsAximmMasterPtr1),
+      query("ithQdHwFcnArgIsAximmMasterPtr", {"function", "i"}, &R::ithQdHwFcnArgIsAximmMasterPtr),
+      query("qdHwFcnArgIsAximmMasterPtr", {"function", "argument"}, &R::qdHwFcnArgIsAximmMasterPtr),
+      query("getIthQdHwFcnArgPortInterfaceType1", {"function", "i"},
+            &R::getIthQdHwFcnArgPortInterfaceType1),
+      query("getIthQdHwFcnArgOffset", {"function", "i"}, &R::getIthQdHwFcnArgOffset),
+      query("getIthQdHwFcnArgDataWidth", {"function", "i"}, &R::getIthQdHwFcnArgDataWidth),
+      query("qdHwFcnArgIsPacked", {"function", "argument"}, &R::qdHwFcnArgIsPacked),
+      query("getQdHwFcnArgPackedDataWidth", {"function", "argument"},
+            &R::getQdHwFcnArgPackedDataWidth),
+      query("getIthQdHwFcnArgPackedDataWidth1", {"function", "i"},
+            &R::getIthQdHwFcnArgPackedDataWidth1),
+      query("isQdHwFcnArrayArg", {"function", "argument"}, &R::isQdHwFcnArrayArg),
+      query("getIthQdHwFcnArgArraySize1", {"function", "i"}, &R::getIthQdHwFcnArgArraySize1),
+      // Platform clocks, clock domains, resets, interrupts and the device
+      query("getNumPlatformClocks", {"platform"}, &R::getNumPlatformClocks),
+      query("getIthPlatformClock", {"i", "platform"}, &R::getIthPlatformClock),
+      query("isAvailableClockId", {"id", "platform"}, &R::isAvailableClockId),
+      query("getNumAvailableClocks", {"platform"}, &R::getNumAvailableClocks),
+      query("getIthAvailableClockId", {"i", "platform"}, &R::getIthAvailableClockId),
+      query("getPlatformDefaultClockId", {"platform"}, &R::getPlatformDefaultClockId),
+      query("getClockFrequencyForClockId", {"id", "platform"}, &R::getClockFrequencyForClockId),
+      query("getCpuClockFrequency", {"platform"}, &R::getCpuClockFrequency),
+      // NoC
+      // Kernel pipes
   };
   return kEntries;
 }
 
-bool isIndexParameter(std::string const& parameter) {
-  return parameter == "i" || parameter == "id";
-}
-
-// Whether `arguments` can be given to `query`: as many, and integers where it takes an index.
-bool fits(RepoQueries::Query const& query, Arguments const& arguments) {
-  if (arguments.size() != query.parameters.size()) return false;
+// Whether `arguments` can be given to `entry`: as many, and integers where it takes one.
+bool fits(Entry const& entry, Arguments const& arguments) {
+  if (arguments.size() != entry.query.parameters.size()) return false;
   for (std::size_t k = 0; k < arguments.size(); ++k) {
-    if (!isIndexParameter(query.parameters[k])) continue;
+    if (!entry.integers[k]) continue;
     try {
-      integer(arguments[k], query.name);
+      integer(arguments[k], entry.query.name);
     } catch (UsageError const&) {
       return false;
     }
@@ -255,7 +249,7 @@ std::string RepoQueries::ask(qd::QDSRepo& repo, std::string const& name,
   }
   std::string choices;
   for (Entry const* entry : forms) {
-    if (fits(entry->query, arguments)) return entry->call(repo, arguments);
+    if (fits(*entry, arguments)) return entry->call(repo, arguments);
     choices += (choices.empty() ? "" : " | ") + usage(entry->query);
   }
   throw UsageError(name + " takes one of: " + choices);

@@ -13,7 +13,8 @@ namespace qvdiag {
 
 // Calls a QDSRepo query from its name and its arguments as typed on a command line, and gives
 // the answer as text: numbers as they print, booleans as "true" or "false", strings in double
-// quotes (so that an empty answer shows), lists one quoted string after another.
+// quotes (so that an empty answer shows), lists as their quoted strings separated by blanks, or
+// "(none)" when empty.
 class RepoQueries {
  public:
   struct Query {

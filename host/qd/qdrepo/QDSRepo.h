@@ -15,8 +15,9 @@
 // cannot answer they answer with -1, -1.0, false, "" or an empty list.
 //
 // The query families follow in the order of their source files: the core (QDSRepo.cpp),
-// components and ports (QDSRepoComponents.cpp), hardware functions (QDSRepoHwFcns.cpp),
-// platform clocks (QDSRepoClocks.cpp).
+// components and ports (QDSRepoComponents.cpp), memory objects and SP tags
+// (QDSRepoMemObjects.cpp), hardware functions (QDSRepoHwFcns.cpp), platform clocks, resets and
+// interrupts (QDSRepoClocks.cpp), NoC (QDSRepoNoc.cpp), kernel pipes (QDSRepoPipes.cpp).
 #ifndef HOST_QD_QDREPO_QDSREPO_H_
 #define HOST_QD_QDREPO_QDSREPO_H_
 
@@ -216,6 +217,12 @@ class QV_EXPORT QDSRepo {
   double getClockFrequencyForClockId(int id, std::string const& platform);
   float getCpuClockFrequency(std::string const& platform);
 
+  // ---- Platform clock domains, resets, interrupts and the device -----------------------------
+
+  // ---- NoC -----------------------------------------------------------------------------------
+
+  // ---- Kernel pipes --------------------------------------------------------------------------
+
   // ---- State ---------------------------------------------------------------------------------
   // Constant after construction. The component of type "platform" (the last that parsed).
   std::shared_ptr<Component> platformComponent;
@@ -225,6 +232,7 @@ class QV_EXPORT QDSRepo {
   unsigned int flags = 0;
 };
 
+// ---- File level: components and ports ----
 // Kind test over the document: whether `component` has qd:type `type`.
 bool isQdCompType(std::string const& component, std::string const& type,
                   boost::shared_ptr<QDXPathDoc> const& doc);
@@ -233,11 +241,13 @@ bool isQdCompType(std::string const& component, std::string const& type,
 std::string getQdCompBusInterfaceStringAttrByIndex(QDSRepo& repo, std::string const& component,
                                                    int i, std::string const& attribute,
                                                    std::string const& caller);
+// ---- File level: memory objects and SP tags ----
 // An attribute of the platform's memory object `object`; "" when the platform, the object or
 // the attribute is not there.
 std::string getMemObjectStringAttr(QDSRepo& repo, std::string const& platform,
                                    std::string const& object, std::string const& attribute);
 
+// ---- File level: hardware functions ----
 // An attribute of a hardware function; "" with Log INTERNAL 1003 when there is no such function.
 std::string getQdHwFcnStrAttr(QDSRepo& repo, std::string const& function,
                               std::string const& attribute, std::string const& caller);
@@ -265,11 +275,16 @@ int getQdHwFcnArgIntAttr(QDSRepo& repo, std::string const& function, std::string
 std::string getQdHwFcnCtrlRegStrAttr(QDSRepo& repo, std::string const& function,
                                      std::string const& attribute, std::string const& caller);
 bool qdHwFcnHasReturnValue(QDSRepo& repo, std::string const& function);
+// ---- File level: platform clocks, resets and interrupts ----
 // An attribute of an available clock; -1.0 or "" with Log WARNING 10051 otherwise.
 double getClockFloatAttr(QDSRepo& repo, int id, std::string const& platform,
                          std::string const& attribute, std::string const& caller);
 std::string getClockStringAttr(QDSRepo& repo, int id, std::string const& platform,
                                std::string const& attribute, std::string const& caller);
+
+// ---- File level: NoC ----
+
+// ---- File level: kernel pipes ----
 
 }  // namespace qd
 
