@@ -204,6 +204,169 @@ class QV_EXPORT QDSRepo {
   bool isQdHwFcnArrayArg(std::string const& function, std::string const& argument);
   int getIthQdHwFcnArgArraySize1(std::string const& function, int i);
 
+  // Counts and existence. The forms with a component count that component's functions; the
+  // ForQdComp forms answer -1 ("") when it is no component. Past the count: "".
+  int getNumQdHwFcns(std::string const& component);
+  int getNumQdHwFcnsForQdComp(std::string const& component);
+  std::string getIthQdHwFcn(int i, std::string const& component);
+  std::string getIthQdHwFcnForQdComp(std::string const& component, int i);
+  // Raw counts of the arguments with qd:direction "in", "out" ("inout" counts in neither); -1
+  // for no function.
+  int getNumQdHwFcnInputArgs(std::string const& function);
+  int getNumQdHwFcnOutputArgs(std::string const& function);
+  int getNumQdHwFcnArgsForBusInterfaceRef(std::string const& function, std::string const& port);
+  // qd:name of the i-th argument on the interface `port`; "" when there is none.
+  std::string getIthQdHwFcnArgForBusInterfaceRef(std::string const& function,
+                                                 std::string const& port, int i);
+  // Distinct interfaces of a port interface type among the arguments; "aximm" counts distinct
+  // master references. -1 for no function.
+  int getNumQdHwFcnBusInterfacesOfType(std::string const& function, std::string const& type);
+  int getNumQdHwFcnBusInterfacesOfType(std::string const& function, std::string const& type,
+                                       std::string const& direction);
+
+  // Function kind by qd:type; false for no function. The type text is "unspecified" when absent.
+  bool isQdHwLibraryFcn(std::string const& function);
+  bool isQdHwHlsFcn(std::string const& function);
+  bool isQdHwHdlFcn(std::string const& function);
+  // "hls_adapter" or "hls_opencl_adapter".
+  bool isQdHwHlsAdapterFcn(std::string const& function);
+  std::string getQdHwFcnTypeString(std::string const& function);
+
+  // Function attributes. Numbers answer -1 (-1.0) when absent or for no function.
+  std::string getQdHwFcnFlow(std::string const& function);
+  double getQdHwFcnMinClockPeriod(std::string const& function);
+  // qd:clockPeriod of the component's first function.
+  double getQdCompMinClockPeriod(std::string const& component);
+  int getQdHwFcnClockId(std::string const& function);
+  int getQdHwFcnInitiationInterval(std::string const& function);
+  // qd:hostMachine.
+  int getQdHwFcnHostCpuWordSize(std::string const& function);
+  // Presence of qd:sequential.
+  bool isSequentialQdHwFcn(std::string const& function);
+  // qd:templateInstantiation, where "__NA__" means none.
+  bool isTemplateQdHwFcn(std::string const& function);
+  std::string getQdHwFcnTemplateInstantiation(std::string const& function);
+  // The flag reads "true"; false with Log WARNING 1011 "<f> is not a hardware function".
+  bool qdHwFcnIsRTL(std::string const& function);
+  bool qdHwFcnIsMFA(std::string const& function);
+  bool qdHwFcnIsNoExec(std::string const& function);
+  bool qdHwFcnIsTemplate(std::string const& function);
+  // qd:param_file and qd:resource_id; "" and -1 when absent, with WARNING 1011 for no function.
+  std::string getQdHwFcnParamFile(std::string const& function);
+  int getQdHwFcnResourceId(std::string const& function);
+  std::string getQdHwFcnInterruptName(std::string const& function);
+  bool qdHwFcnHasInterrupt(std::string const& function);
+  // Whether a function of the component raises its interrupt on `port`.
+  bool qdCompInterruptUsedByFcn(std::string const& component, std::string const& port);
+  // qd:resourceEstimates/@qd:<resource> of the function or component; -1 when absent.
+  int getQdHwFcnResourceEstimate(std::string const& function, std::string const& resource);
+  int getQdCompResourceEstimate(std::string const& component, std::string const& resource);
+
+  // Return value: "" or -1 without one.
+  std::string getQdHwFcnReturnHwName(std::string const& function);
+  std::string getQdHwFcnReturnBusInterfaceRef(std::string const& function);
+  int getQdHwFcnReturnDataWidth(std::string const& function);
+  int getQdHwFcnReturnValueWidth(std::string const& function);
+  // 0 when the function has a return value, else -1.
+  int getQdHwFcnReturnIndex(std::string const& function);
+  // The interface of the return value or of the first argument with that qd:hwName.
+  std::string getQdHwFcnBusInterfaceRefForHwName(std::string const& function,
+                                                 std::string const& hwName);
+
+  // Control and length registers: "" with Log INTERNAL 1004/1005 (1006/1007) when absent.
+  std::string getQdHwFcnCtrlReg(std::string const& function);
+  std::string getQdHwFcnCtrlRegBusInterfaceRef(std::string const& function);
+  std::string getQdHwFcnCtrlRegOffset(std::string const& function);
+  // -1 without a qd:ctrlReg.
+  int getQdHwFcnCtrlRegBufferDepth(std::string const& function);
+  std::string getQdHwFcnArgLenRegBusInterfaceRef(std::string const& function);
+  std::string getQdHwFcnArgLenRegOffset(std::string const& function);
+  // The control protocol, "generic_axi_lite" read as "ap_ctrl_hs". CtrlProtocol answers
+  // "ap_ctrl_hs" for no function, register or type; ControlProtocol answers "" for no function
+  // and "ap_ctrl_none" for no type.
+  std::string getQdHwFcnCtrlProtocol(std::string const& function);
+  std::string getQdHwFcnControlProtocol(std::string const& function);
+
+  // Latency estimates in cycles; -1 without qd:latencyEstimates.
+  long long getQdHwFcnWorstCaseLatencyEstimate(std::string const& function);
+  long long getQdHwFcnAverageCaseLatencyEstimate(std::string const& function);
+
+  // Argument attributes by name (any of its three names), by raw index (ending in 1) and by
+  // logical index. Hardware names fall back to the interface, root names to the argument's
+  // name in the same view.
+  std::string getQdHwFcnArgHwName(std::string const& function, std::string const& argument);
+  std::string getIthQdHwFcnArgHwName(std::string const& function, int i);
+  std::string getQdHwFcnArgSwRootName(std::string const& function, std::string const& argument);
+  std::string getIthQdHwFcnArgSwRootName1(std::string const& function, int i);
+  std::string getIthQdHwFcnArgSwRootName(std::string const& function, int i);
+  std::string getQdHwFcnArgBusInterfaceRef1(std::string const& function,
+                                            std::string const& argument);
+  std::string getIthQdHwFcnArgBusInterfaceRef(std::string const& function, int i);
+  std::string getQdHwFcnArgOffset1(std::string const& function, std::string const& argument);
+  std::string getIthQdHwFcnArgBitmapping(std::string const& function, int i);
+  std::string getQdHwFcnArgAximmMasterRef(std::string const& function, std::string const& argument);
+  std::string getIthQdHwFcnArgAximmMasterRef(std::string const& function, int i);
+  int getQdHwFcnArgBufferDepth(std::string const& function, std::string const& argument);
+  int getIthQdHwFcnArgBufferDepth(std::string const& function, int i);
+  int getQdHwFcnArgMultiBufferDepth(std::string const& function, std::string const& argument);
+  int getIthQdHwFcnArgMultiBufferDepth(std::string const& function, int i);
+  // qd:id.
+  int getKernelArgId(std::string const& function, std::string const& argument);
+  int getIthKernelArgId(std::string const& function, int i);
+
+  // The name of a logical argument: a packed group's qd:swRootName, else qd:name.
+  std::string getIthQdHwFcnArg(std::string const& function, int i);
+  // A packed raw argument's root name, else its hardware name.
+  std::string getIthQdHwFcnArgPackedHwName(std::string const& function, int i);
+
+  // The pointer rule: an aximm master pointer of a function that is not OpenCL reads the
+  // qd:aximmMaster* width and direction; every pointer reads qd:aximmMasterArraySize and has
+  // port type "aximm_addr".
+  int getIthQdHwFcnArgDataWidth1(std::string const& function, int i);
+  int getQdHwFcnArgDataWidth1(std::string const& function, std::string const& argument);
+  std::string getIthQdHwFcnArgDirection1(std::string const& function, int i);
+  std::string getIthQdHwFcnArgDirection(std::string const& function, int i);
+  std::string getQdHwFcnArgDirection(std::string const& function, std::string const& argument);
+  int getIthQdHwFcnArgArraySize(std::string const& function, int i);
+  int getQdHwFcnArgArraySize(std::string const& function, std::string const& argument);
+  std::string getIthQdHwFcnArgPortInterfaceType(std::string const& function, int i);
+  std::string getQdHwFcnArgPortInterfaceType(std::string const& function,
+                                             std::string const& argument);
+
+  // Search readers: the first logical argument known by `argument`. Not found: "" or -1, except
+  // the offset, which then reads by name, and the index, which is -1 with Log ERROR 1013 for a
+  // register, bram or fifo argument without qd:index (ERROR 1012 in the direct form, Index1).
+  std::string getQdHwFcnArgBusInterfaceRef(std::string const& function,
+                                           std::string const& argument);
+  // The same, matching the root name.
+  std::string getQdHwFcnArgBusInterfaceRef2(std::string const& function,
+                                            std::string const& argument);
+  int getQdHwFcnArgDataWidth(std::string const& function, std::string const& argument);
+  std::string getQdHwFcnArgOffset(std::string const& function, std::string const& argument);
+  int getQdHwFcnArgIndex(std::string const& function, std::string const& argument);
+  int getQdHwFcnArgIndex1(std::string const& function, std::string const& argument);
+  int getIthQdHwFcnArgIndex(std::string const& function, int i);
+  int getIthQdHwFcnArgIndex1(std::string const& function, int i);
+
+  // Packing. Both index forms are bounded by the raw count. Offsets are the low bit of
+  // qd:bitMapping ("high:low"); -1 for an argument that is not packed.
+  bool qdHwFcnIthArgIsPacked1(std::string const& function, int i);
+  bool qdHwFcnIthArgIsPacked(std::string const& function, int i);
+  int getIthQdHwFcnArgPackedDataWidth(std::string const& function, int i);
+  int getQdHwFcnArgPackedOffset(std::string const& function, std::string const& argument);
+  int getIthQdHwFcnArgPackedOffset1(std::string const& function, int i);
+  int getIthQdHwFcnArgPackedOffset(std::string const& function, int i);
+  // The low bit whether packed or not (the Ith form in the logical view).
+  int getQdHwFcnArgBitMappingLSB(std::string const& function, std::string const& argument);
+  int getIthQdHwFcnArgBitMappingLSB(std::string const& function, int i);
+
+  // An inout argument: direction "inout", an "_i"/"_o" pair behind an axis_acc_adapter, or a
+  // register argument of an ap_ctrl_hs function.
+  bool isQdHwFcnInoutArg(std::string const& function, std::string const& argument);
+  // Both arguments are axis, bram or fifo, and a stream side is whole bytes of at most 2048 bits.
+  bool directQdFuncConnectionPossible(std::string const& functionA, std::string const& argumentA,
+                                      std::string const& functionB, std::string const& argumentB);
+
   // ---- Platform clocks -----------------------------------------------------------------------
   // Master clock interfaces of the platform; checked. -1 or "" for a non-platform.
   int getNumPlatformClocks(std::string const& platform);
@@ -275,6 +438,14 @@ int getQdHwFcnArgIntAttr(QDSRepo& repo, std::string const& function, std::string
 std::string getQdHwFcnCtrlRegStrAttr(QDSRepo& repo, std::string const& function,
                                      std::string const& attribute, std::string const& caller);
 bool qdHwFcnHasReturnValue(QDSRepo& repo, std::string const& function);
+// number() of a function attribute; -1.0 for no function.
+double getQdHwFcnFloatAttr(QDSRepo& repo, std::string const& function, std::string const& attribute,
+                           std::string const& caller);
+// An attribute of the function's qd:lengthRegisterOffset; "" with Log INTERNAL 1006 (no
+// function) or 1007 (no register).
+std::string getQdHwFcnArgLenRegStrAttr(QDSRepo& repo, std::string const& function,
+                                       std::string const& attribute, std::string const& caller);
+bool qdHwFcnHasLatencyEstimates(QDSRepo& repo, std::string const& function);
 // ---- File level: platform clocks, resets and interrupts ----
 // An attribute of an available clock; -1.0 or "" with Log WARNING 10051 otherwise.
 double getClockFloatAttr(QDSRepo& repo, int id, std::string const& platform,
