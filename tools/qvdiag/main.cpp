@@ -67,9 +67,16 @@ int runBuild(ServiceHost::Settings const& settings, FlowBuild::Inputs const& inp
   return kExitSuccess;
 }
 
-int runServe(ServiceHost::Settings const& settings, std::string const& listen) {
+int runServe(ServiceHost::Settings const& settings, std::string const& listen, bool allowRemote) {
   ListenAddress const address =
       listen.empty() ? ListenAddress::defaultAddress() : ListenAddress::parse(listen);
+  // Whoever reaches the server can make it read and write files with its rights; across the
+  // network that takes a decision of the person starting it, not a typo in an address.
+  if (!address.isLoopback() && !allowRemote) {
+    throw UsageError(address.target() +
+                     " is not a loopback address and the server has no authentication; give "
+                     "--allow-remote to serve on it anyway (see docs/security.md)");
+  }
   // SIGINT and SIGTERM are taken by one thread of ours only: blocked here, before gRPC starts
   // its threads, which inherit the mask.
   sigset_t stopSignals;
@@ -256,6 +263,10 @@ int main(int argc, char** argv) {
   serve->add_option("--listen", listen,
                     "unix:PATH (mode 0600), tcp:PORT or PORT (on 127.0.0.1), or HOST:PORT "
                     "(default: unix:/tmp/qvdiag-<uid>.sock)");
+  bool allowRemote = false;
+  serve->add_flag("--allow-remote", allowRemote,
+                  "Serve on a --listen address that is not a loopback one (any client that "
+                  "reaches it can read and write files as this user)");
   addHostOptions(*serve, serveSettings);
 
   // call
@@ -334,7 +345,7 @@ int main(int argc, char** argv) {
   char const* command = app.get_subcommands().front()->get_name().c_str();
   try {
     if (build->parsed()) return runBuild(buildSettings, inputs);
-    if (serve->parsed()) return runServe(serveSettings, listen);
+    if (serve->parsed()) return runServe(serveSettings, listen, allowRemote);
     if (call->parsed()) return runCall(callServer, callSession, callType, callJson, callJsonFile);
     if (repo->parsed()) return runRepo(repoOptions);
     RemoteClient client(serverAddress(sessionServer));

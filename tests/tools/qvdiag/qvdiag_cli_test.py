@@ -186,6 +186,25 @@ class QvdiagTest(unittest.TestCase):
             "qvdiag serve: 'server' is not an address: expected unix:PATH, tcp:PORT, PORT or "
             "HOST:PORT\n"))
 
+    def test_serving_beyond_loopback_needs_allow_remote(self):
+        result = run("serve", "--listen", "0.0.0.0:0")
+        self.assertRun(result, 2, stdout="", stderr=(
+            "qvdiag serve: 0.0.0.0:0 is not a loopback address and the server has no "
+            "authentication; give --allow-remote to serve on it anyway (see docs/security.md)\n"))
+        server = subprocess.Popen([ARGS.qvdiag, "serve", "--listen", "0.0.0.0:0",
+                                   "--allow-remote"],
+                                  stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True)
+        try:
+            ready = server.stdout.readline()
+            self.assertTrue(ready.startswith("qvdiag serve: listening on 0.0.0.0:"), ready)
+        finally:
+            server.send_signal(signal.SIGTERM)
+            _, stderr = server.communicate(timeout=30)
+        self.assertEqual(server.returncode, 0)
+        self.assertEqual(stderr.splitlines()[0],
+                         "qvdiag serve: warning: 0.0.0.0:0 is not a loopback address; the server "
+                         "has no authentication")
+
     def test_unknown_request_type_is_bad_usage(self):
         result = run("call", "--session", "s", "--type", "UpsertEverything")
         self.assertRun(result, 2, stdout="")
