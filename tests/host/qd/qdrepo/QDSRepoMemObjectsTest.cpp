@@ -556,6 +556,69 @@ TEST_F(QDSRepoMemObjectsTest, MemObjectAttributesByIndexCountSlaveMemoryObjects)
   EXPECT_EQ(repo->getIthMemObjectSlr(0, "vadd"), "");
 }
 
+TEST_F(QDSRepoMemObjectsTest, EveryMemberAnswersItsAttributesExpression) {
+  using ByName = std::string (QDSRepo::*)(std::string const&, std::string const&);
+  using ByIndex = std::string (QDSRepo::*)(int, std::string const&);
+  struct Member {
+    char const* attribute;
+    ByName byName;
+    ByIndex byIndex;
+  };
+  Member const members[] = {
+      {"qd:name", nullptr, &QDSRepo::getIthMemObject},
+      {"qd:memport", &QDSRepo::getMemObjectMemPort, &QDSRepo::getIthMemObjectMemport},
+      {"qd:memoryInstance", nullptr, &QDSRepo::getIthMemObjectMemoryInstRef},
+      {"qd:addressSegment", &QDSRepo::getMemObjectAddressSegment,
+       &QDSRepo::getIthMemObjectAddressSegment},
+      {"qd:componentRef", &QDSRepo::getMemObjectCompRef, &QDSRepo::getIthMemObjectCompRef},
+      {"qd:instanceRef", &QDSRepo::getMemObjectInstRef, &QDSRepo::getIthMemObjectInstRef},
+      {"qd:sptag", &QDSRepo::getMemObjectSptag, &QDSRepo::getIthMemObjectSptag},
+      {"qd:slr", &QDSRepo::getMemObjectSlr, &QDSRepo::getIthMemObjectSlr},
+  };
+  Strings const objects = {"DDR", "HBM", "MEMSS_MC", "HP0", "HP1", "ACP", "NOC_HBM", "STREAM"};
+  for (Member const& member : members) {
+    for (int i = 0; i < static_cast<int>(objects.size()); ++i) {
+      SCOPED_TRACE(std::string(member.attribute) + " " + objects[i]);
+      if (member.byName) {
+        EXPECT_EQ((repo.get()->*member.byName)(kP, objects[i]),
+                  oracle.string(kPlatform + "/qd:busInterface[@qd:memport and @qd:name='" +
+                                objects[i] + "']/@" + member.attribute));
+      }
+      EXPECT_EQ((repo.get()->*member.byIndex)(i, kP),
+                oracle.string(kPlatform + "/qd:busInterface[@qd:memport and @qd:mode='slave'][" +
+                              std::to_string(i + 1) + "]/@" + member.attribute));
+    }
+  }
+  using IntByName = int (QDSRepo::*)(std::string const&, std::string const&);
+  using IntByIndex = int (QDSRepo::*)(int, std::string const&);
+  struct IntMember {
+    char const* attribute;
+    IntByName byName;
+    IntByIndex byIndex;
+  };
+  IntMember const numbers[] = {
+      {"qd:dataWidth", &QDSRepo::getMemObjectDataWidth, &QDSRepo::getIthMemObjectDataWidth},
+      {"qd:peakMemoryBandwidth", &QDSRepo::getMemObjectPeakMemoryBandwidth,
+       &QDSRepo::getIthMemObjectPeakMemoryBandwidth},
+      {"qd:maxMasters", nullptr, &QDSRepo::getIthMemObjectMaxMasters},
+  };
+  for (IntMember const& member : numbers) {
+    for (int i = 0; i < static_cast<int>(objects.size()); ++i) {
+      SCOPED_TRACE(std::string(member.attribute) + " " + objects[i]);
+      if (member.byName) {
+        EXPECT_EQ(
+            (repo.get()->*member.byName)(kP, objects[i]),
+            oracle.integer("number(" + kPlatform + "/qd:busInterface[@qd:memport and @qd:name='" +
+                           objects[i] + "']/@" + member.attribute + ")"));
+      }
+      EXPECT_EQ((repo.get()->*member.byIndex)(i, kP),
+                oracle.integer("number(" + kPlatform +
+                               "/qd:busInterface[@qd:memport and @qd:mode='slave'][" +
+                               std::to_string(i + 1) + "]/@" + member.attribute + ")"));
+    }
+  }
+}
+
 // ---- Other queries of memory objects -----------------------------------------------------------
 
 TEST_F(QDSRepoMemObjectsTest, NumberOfMemObjectsCountsSlavesOfThePlatformOnly) {
@@ -569,6 +632,8 @@ TEST_F(QDSRepoMemObjectsTest, NumberOfMemObjectsCountsSlavesOfThePlatformOnly) {
 
 TEST_F(QDSRepoMemObjectsTest, IsMemObjectWantsAMemport) {
   EXPECT_TRUE(repo->isMemObject(kP, "HBM"));
+  EXPECT_TRUE(
+      oracle.boolean("boolean(" + kPlatform + "/qd:busInterface[@qd:memport and @qd:name='HBM'])"));
   EXPECT_FALSE(repo->isMemObject(kP, "S_AXI_CTRL"));
   EXPECT_FALSE(repo->isMemObject("vadd", "m_axi_gmem"));
 }

@@ -87,6 +87,7 @@ TEST_F(QDSRepoNocTest, AttributesOfAConnection) {
       oracle.string(kNocPlatform + "/qd:nocConnectivity[@qd:instanceRef='noc_1'][1]/"
                                    "qd:busInterface[@qd:name='S00_AXI']/@qd:busInterfaceRef"));
   EXPECT_EQ(repo->getNocConnectionMode(kP, "noc_0", "M00_AXI"), "master");
+  EXPECT_EQ(repo->getNocConnectionMode(kP, "noc_0", "S00_AXI"), oracle.string(kS00 + "/@qd:mode"));
   EXPECT_EQ(repo->getNocConnectionMode(kP, "noc_0", "S99_AXI"), "");
 }
 
@@ -103,6 +104,12 @@ TEST_F(QDSRepoNocTest, AttributesOfASegmentByIndexFromZero) {
   EXPECT_EQ(repo->getNocConnectionAddressSegmentReadBwUsed(kP, "noc_0", "S00_AXI", 1),
             oracle.integer("number(" + second + "qd:readBwUsed)"));
   EXPECT_EQ(repo->getNocConnectionAddressSegmentWriteBwUsed(kP, "noc_0", "S00_AXI", 0), 800);
+  EXPECT_EQ(repo->getNocConnectionAddressSegmentWriteBwUsed(kP, "noc_0", "S00_AXI", 0),
+            oracle.integer("number(" + kS00 + "/qd:addressSegment[1]/@qd:writeBwUsed)"));
+  EXPECT_EQ(repo->getNocConnectionAddressSegmentName(kP, "noc_0", "S00_AXI", 2),
+            oracle.string(kS00 + "/qd:addressSegment[3]/@qd:name"));
+  EXPECT_EQ(repo->getNocConnectionAddressSegmentRegion(kP, "noc_0", "S00_AXI", 2),
+            oracle.string(kS00 + "/qd:addressSegment[3]/@qd:region"));
   EXPECT_EQ(repo->getNocConnectionAddressSegmentWriteBwUsed(kP, "noc_0", "S00_AXI", 1), -1);
   EXPECT_EQ(repo->getNocConnectionAddressSegmentRegion(kP, "noc_0", "S00_AXI", 9), "");
 }

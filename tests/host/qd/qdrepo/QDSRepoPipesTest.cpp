@@ -132,6 +132,7 @@ TEST_F(QDSRepoPipesTest, AFunctionThatIsNoOpenclKernelPassesTheTest) {
 
 TEST_F(QDSRepoPipesTest, IsKernelPipeForAPipeOfAnyKernelAndTheClockOfTheFirstKernelThatHasIt) {
   EXPECT_TRUE(repo->isKernelPipe("p_late"));
+  EXPECT_TRUE(oracle.boolean("boolean(/qd:repository/qd:fcnMap/pipe[@name='p_late'])"));
   EXPECT_TRUE(repo->isKernelPipe("p_ab"));
   EXPECT_FALSE(repo->isKernelPipe("mmult_1"));
   // p_ab is on mmult (clock 1) and on stream_adapter after it (no clock).
