@@ -15,6 +15,8 @@
 // evaluates exactly the XPath expressions those queries evaluate (guards included) with
 // xmlXPathEvalExpression on a parsed document, and reads the values the same way: the floor
 // the two dependencies allow. The ratio of the two mixes is the repository's own cost.
+// BM_SpTagSlrs and BM_MemObjectSegmentsForSpTag ask a ranged SP tag of 32 and of 512 indices on
+// a platform whose memory has 512 segments; their counter "per_index" is the cost of one index.
 #include <benchmark/benchmark.h>
 #include <libxml/parser.h>
 #include <libxml/xpath.h>
@@ -284,6 +286,98 @@ void BM_BareQueryMix(benchmark::State& state) {
   state.SetItemsProcessed(state.iterations() * kQueries);
 }
 BENCHMARK(BM_BareQueryMix)->Unit(benchmark::kMillisecond)->Iterations(1);
+
+// A platform whose memory "MEM" is one ranged SP tag of kTagIndices segments (four SLRs in
+// turn), beside 50 accelerators of the same shape as above so that the document is not trivially
+// small. Removed at exit.
+constexpr int kTagIndices = 512;
+
+class TagDatabase {
+ public:
+  TagDatabase() {
+    dir_ = fs::temp_directory_path() / ("qv-repo-bench-tags-" + std::to_string(::getpid()));
+    fs::create_directories(dir_);
+    path_ = (dir_ / "qd_ip_db.xml").string();
+    std::ofstream out(path_);
+    out << "<?xml version=\"1.0\"?>\n<qd:repository xmlns:qd=\"urn:quarrix:qd\">\n";
+    out << "<qd:component qd:name=\"platform\" qd:type=\"platform\"><qd:platformInfo>"
+           "<qd:systemClocks qd:defaultClock=\"0\"><qd:clock qd:name=\"clk_0\" qd:id=\"0\""
+           " qd:frequency=\"300.000000\" qd:status=\"fixed\"/></qd:systemClocks>"
+           "</qd:platformInfo>"
+           "<qd:busInterface qd:name=\"clk_0\" qd:busTypeRef=\"clock\" qd:mode=\"master\"/>"
+           "<qd:busInterface qd:name=\"MEM\" qd:busTypeRef=\"aximm\" qd:mode=\"slave\""
+           " qd:clockRef=\"clk_0\" qd:memport=\"memss\" qd:sptag=\"MEM\" qd:cardinality=\""
+        << kTagIndices << "\">";
+    for (int index = 0; index < kTagIndices; ++index) {
+      out << "<qd:addressSegment qd:name=\"MEM_" << index << "\" qd:baseName=\"MEM_S" << index
+          << "\" qd:index=\"" << index << "\" qd:slr=\"SLR" << index % 4 << "\"/>";
+    }
+    out << "</qd:busInterface></qd:component>\n";
+    for (int c = 0; c < 50; ++c) {
+      out << "<qd:component qd:name=\"" << component(c) << "\" qd:type=\"accelerator\">";
+      for (int p = 0; p < kInterfaces; ++p) {
+        out << "<qd:busInterface qd:name=\"" << port(p) << "\" qd:busTypeRef=\"clock\"/>";
+      }
+      out << "</qd:component>\n";
+    }
+    out << "</qd:repository>\n";
+  }
+  ~TagDatabase() {
+    std::error_code ignored;
+    fs::remove_all(dir_, ignored);
+  }
+  std::string const& path() const { return path_; }
+
+ private:
+  fs::path dir_;
+  std::string path_;
+};
+
+TagDatabase const& tagDatabase() {
+  static TagDatabase const kDatabase;
+  return kDatabase;
+}
+
+// A range query evaluates one expression per index (two for the segments: a test, then the
+// read), so the cost of a range is its width times the cost per index. The counter "per_index"
+// is that cost.
+template <class Ask>
+void rangeOfTag(benchmark::State& state, Ask ask) {
+  qd::QDSRepo repo(tagDatabase().path(), 0);
+  int const indices = static_cast<int>(state.range(0));
+  std::string const tag = repo.assembleRangeSpTag("MEM", 0, indices - 1);
+  std::size_t sink = 0;
+  for (auto _ : state) sink += ask(repo, tag).size();
+  if (sink != static_cast<std::size_t>(state.iterations()) * ask(repo, tag).size()) {
+    state.SkipWithError("the answers changed");
+  }
+  benchmark::DoNotOptimize(sink);
+  state.counters["per_index"] =
+      benchmark::Counter(static_cast<double>(state.iterations() * indices),
+                         benchmark::Counter::kIsRate | benchmark::Counter::kInvert);
+}
+
+void BM_SpTagSlrs(benchmark::State& state) {
+  rangeOfTag(state, [](qd::QDSRepo& repo, std::string const& tag) {
+    return repo.getSpTagSlrs("platform", tag, true);
+  });
+}
+BENCHMARK(BM_SpTagSlrs)
+    ->ArgName("indices")
+    ->Arg(32)
+    ->Arg(kTagIndices)
+    ->Unit(benchmark::kMillisecond);
+
+void BM_MemObjectSegmentsForSpTag(benchmark::State& state) {
+  rangeOfTag(state, [](qd::QDSRepo& repo, std::string const& tag) {
+    return repo.getMemObjectSegmentsForSpTag("platform", "MEM", tag);
+  });
+}
+BENCHMARK(BM_MemObjectSegmentsForSpTag)
+    ->ArgName("indices")
+    ->Arg(32)
+    ->Arg(kTagIndices)
+    ->Unit(benchmark::kMillisecond);
 
 }  // namespace
 

@@ -29,8 +29,20 @@ std::string text(T const& value) {
     std::string joined;
     for (std::string const& item : value) joined += (joined.empty() ? "" : " ") + text(item);
     return joined.empty() ? "(none)" : joined;
-  } else if constexpr (std::is_integral_v<T>) {
-    return std::to_string(value);
+  } else if constexpr (std::is_same_v<T, std::vector<int>>) {
+    std::string joined;
+    for (int item : value) joined += (joined.empty() ? "" : " ") + std::to_string(item);
+    return joined.empty() ? "(none)" : joined;
+  } else if constexpr (std::is_same_v<T, boost::shared_ptr<qd::oclPipe>>) {
+    return "name " + text(value->name) + " depth " + text(value->depth) + " width " +
+           text(value->width) + " linkage " + text(value->linkage);
+  } else if constexpr (std::is_same_v<T, boost::shared_ptr<qd::oclPipeConnection>>) {
+    return "srcInst " + text(value->srcInst) + " srcPort " + text(value->srcPort) + " dstInst " +
+           text(value->dstInst) + " dstPort " + text(value->dstPort) + " srcType " +
+           text(value->srcType) + " dstType " + text(value->dstType);
+  } else if constexpr (std::is_integral_v<T> || std::is_enum_v<T>) {
+    // A vocabulary's value prints as its number: the word tables do not always agree with it.
+    return std::to_string(static_cast<long long>(value));
   } else {
     static_assert(std::is_floating_point_v<T>, "a query answers a number, a truth or text");
     std::ostringstream out;
@@ -69,6 +81,16 @@ struct Argument<int> {
   }
 };
 
+template <>
+struct Argument<bool> {
+  static constexpr bool isInteger = false;
+  static bool read(std::string const& text, std::string const& query) {
+    if (text == "true" || text == "1") return true;
+    if (text == "false" || text == "0") return false;
+    throw UsageError(query + ": '" + text + "' is not true or false");
+  }
+};
+
 struct Entry {
   RepoQueries::Query query;
   std::vector<bool> integers;  // which parameters take an integer
@@ -95,6 +117,35 @@ Entry query(char const* name, std::vector<std::string> const& parameters,
                                                std::index_sequence_for<Params...>{});
   };
   return Entry{{name, parameters}, {Argument<std::decay_t<Params>>::isInteger...}, call};
+}
+
+// An entry for a method that also answers through reference parameters: `call` asks it with
+// the command-line arguments and prints what it answers, out values included.
+Entry withOutputs(char const* name, std::vector<std::string> const& parameters, Call call) {
+  return Entry{{name, parameters}, std::vector<bool>(parameters.size(), false), std::move(call)};
+}
+
+std::string disassembleRangeSpTag(qd::QDSRepo& repo, Arguments const& arguments) {
+  std::string base;
+  int low = 0;
+  int high = 0;
+  repo.disassembleRangeSpTag(arguments[0], base, low, high);
+  return "base " + text(base) + " low " + text(low) + " high " + text(high);
+}
+
+std::string getPlatformNocResources(qd::QDSRepo& repo, Arguments const& arguments) {
+  // Untouched outputs show as -1, which is also what an absent estimate reads as.
+  int plNmu = -1, plNsu = -1, aieNmu = -1, aieNsu = -1, hbmNmu = -1;
+  bool const found =
+      repo.getPlatformNocResources(arguments[0], plNmu, plNsu, aieNmu, aieNsu, hbmNmu);
+  return text(found) + " plNmu " + text(plNmu) + " plNsu " + text(plNsu) + " aieNmu " +
+         text(aieNmu) + " aieNsu " + text(aieNsu) + " hbmNmu " + text(hbmNmu);
+}
+
+std::string getPlatformNocChannelBandwidth(qd::QDSRepo& repo, Arguments const& arguments) {
+  int bandwidth = -1;
+  bool const found = repo.getPlatformNocChannelBandwidth(arguments[0], bandwidth);
+  return text(found) + " bandwidth " + text(bandwidth);
 }
 
 std::vector<Entry> const& allEntries() {
@@ -151,6 +202,60 @@ std::vector<Entry> const& allEntries() {
       query("getMemObjectInstRef", {"platform", "object"}, &R::getMemObjectInstRef),
       query("getMemObjectSlr", {"platform", "object"}, &R::getMemObjectSlr),
       query("getMemObjectMemPort", {"platform", "object"}, &R::getMemObjectMemPort),
+      query("isRangeSpTag", {"tag"}, &R::isRangeSpTag),
+      withOutputs("disassembleRangeSpTag", {"tag"}, disassembleRangeSpTag),
+      query("assembleRangeSpTag", {"base", "low", "high"}, &R::assembleRangeSpTag),
+      query("splitSpTag", {"tag"}, &R::splitSpTag),
+      query("normalizeSpTag", {"platform", "tag"}, &R::normalizeSpTag),
+      query("isValidSpTag", {"platform", "tag"}, &R::isValidSpTag),
+      query("getSpTagRangeMax", {"platform", "tag"}, &R::getSpTagRangeMax),
+      query("getAllSpTags", {"platform"}, &R::getAllSpTags),
+      query("getSpTagProtocol", {"platform", "tag"}, &R::getSpTagProtocol),
+      query("getSpTagMode", {"platform", "tag"}, &R::getSpTagMode),
+      query("getSpTagMemorySpace", {"platform", "tag"}, &R::getSpTagMemorySpace),
+      query("isSpTagMemory", {"platform", "tag"}, &R::isSpTagMemory),
+      query("getSpTagSwName", {"platform", "tag"}, &R::getSpTagSwName),
+      query("isSpTagCoherent", {"platform", "tag"}, &R::isSpTagCoherent),
+      query("getSpTagDataWidth", {"platform", "tag"}, &R::getSpTagDataWidth),
+      query("getSpTagPeakBw", {"platform", "tag"}, &R::getSpTagPeakBw),
+      query("getSpTagSlrs", {"platform", "tag", "unique"}, &R::getSpTagSlrs),
+      query("getSpTagAutoEnable", {"platform", "tag"}, &R::getSpTagAutoEnable),
+      query("getSpTagMaxMasters", {"platform", "object", "tag"}, &R::getSpTagMaxMasters),
+      query("getMemObjectsFromSpTag", {"platform", "tag"}, &R::getMemObjectsFromSpTag),
+      query("getMemObjectSegmentsForSpTag", {"platform", "object", "tag"},
+            &R::getMemObjectSegmentsForSpTag),
+      query("getMemObjectMemInstsForSpTag", {"platform", "object", "tag"},
+            &R::getMemObjectMemInstsForSpTag),
+      query("getMemObjectMemInterfaceForSpTag", {"platform", "object", "tag"},
+            &R::getMemObjectMemInterfaceForSpTag),
+      query("getMemObjectAddressSegment", {"platform", "object"}, &R::getMemObjectAddressSegment),
+      query("getMemObjectCompRef", {"platform", "object"}, &R::getMemObjectCompRef),
+      query("getMemObjectSptag", {"platform", "object"}, &R::getMemObjectSptag),
+      query("getMemObjectDataWidth", {"platform", "object"}, &R::getMemObjectDataWidth),
+      query("getMemObjectPeakMemoryBandwidth", {"platform", "object"},
+            &R::getMemObjectPeakMemoryBandwidth),
+      query("getMemObjectMaxMasters", {"object", "platform"}, &R::getMemObjectMaxMasters),
+      query("getIthMemObject", {"i", "platform"}, &R::getIthMemObject),
+      query("getIthMemObjectMemport", {"i", "platform"}, &R::getIthMemObjectMemport),
+      query("getIthMemObjectMemoryInstRef", {"i", "platform"}, &R::getIthMemObjectMemoryInstRef),
+      query("getIthMemObjectAddressSegment", {"i", "platform"}, &R::getIthMemObjectAddressSegment),
+      query("getIthMemObjectCompRef", {"i", "platform"}, &R::getIthMemObjectCompRef),
+      query("getIthMemObjectInstRef", {"i", "platform"}, &R::getIthMemObjectInstRef),
+      query("getIthMemObjectSptag", {"i", "platform"}, &R::getIthMemObjectSptag),
+      query("getIthMemObjectSlr", {"i", "platform"}, &R::getIthMemObjectSlr),
+      query("getIthMemObjectDataWidth", {"i", "platform"}, &R::getIthMemObjectDataWidth),
+      query("getIthMemObjectPeakMemoryBandwidth", {"i", "platform"},
+            &R::getIthMemObjectPeakMemoryBandwidth),
+      query("getIthMemObjectMaxMasters", {"i", "platform"}, &R::getIthMemObjectMaxMasters),
+      query("getNumMemObjects", {"platform"}, &R::getNumMemObjects),
+      query("isMemObject", {"platform", "object"}, &R::isMemObject),
+      query("getNumSptagsForMemObject", {"platform", "memport"}, &R::getNumSptagsForMemObject),
+      query("getIthSptagForMemObject", {"i", "platform", "memport"}, &R::getIthSptagForMemObject),
+      query("getPortForMemObjectSptag", {"platform", "memport", "tag"},
+            &R::getPortForMemObjectSptag),
+      query("getPortForSptag", {"platform", "tag"}, &R::getPortForSptag),
+      query("getAllSlrs", {"component"}, &R::getAllSlrs),
+      query("getQdCompPlatformInstanceSlr", {"platform", "port"}, &R::getQdCompPlatformInstanceSlr),
       // Hardware functions
       query("isQdHwFcn", {"function"}, &R::isQdHwFcn),
       query("getNumQdHwFcns", {}, static_cast<int (R::*)()>(&R::getNumQdHwFcns)),
@@ -315,7 +420,45 @@ std::vector<Entry> const& allEntries() {
       query("getClockFrequencyForClockId", {"id", "platform"}, &R::getClockFrequencyForClockId),
       query("getCpuClockFrequency", {"platform"}, &R::getCpuClockFrequency),
       // NoC
+      query("hasNocData", {"platform", "instance"}, &R::hasNocData),
+      query("getNocInstanceSet", {"platform"}, &R::getNocInstanceSet),
+      query("getNocConnectionSet", {"platform", "instance"}, &R::getNocConnectionSet),
+      query("getNocSlaveBusIfSet", {"platform", "instance"}, &R::getNocSlaveBusIfSet),
+      query("getNocMasterBusIfSet", {"platform", "instance"}, &R::getNocMasterBusIfSet),
+      query("numNocConnectionAddressSegment", {"platform", "instance", "connection"},
+            &R::numNocConnectionAddressSegment),
+      query("getNocConnectionBusInterfaceRef", {"platform", "instance", "connection"},
+            &R::getNocConnectionBusInterfaceRef),
+      query("getNocConnectionMode", {"platform", "instance", "connection"},
+            &R::getNocConnectionMode),
+      query("getNocConnectionAddressSegmentName", {"platform", "instance", "connection", "i"},
+            &R::getNocConnectionAddressSegmentName),
+      query("getNocConnectionAddressSegmentInstanceRef",
+            {"platform", "instance", "connection", "i"},
+            &R::getNocConnectionAddressSegmentInstanceRef),
+      query("getNocConnectionAddressSegmentRegion", {"platform", "instance", "connection", "i"},
+            &R::getNocConnectionAddressSegmentRegion),
+      query("getNocConnectionAddressSegmentReadBwUsed", {"platform", "instance", "connection", "i"},
+            &R::getNocConnectionAddressSegmentReadBwUsed),
+      query("getNocConnectionAddressSegmentWriteBwUsed",
+            {"platform", "instance", "connection", "i"},
+            &R::getNocConnectionAddressSegmentWriteBwUsed),
+      query("getNocConnectionAddressSegmentId", {"platform", "instance", "connection", "i"},
+            &R::getNocConnectionAddressSegmentId),
+      query("getNocConnectionAddressSegmentInterleave", {"platform", "instance", "connection", "i"},
+            &R::getNocConnectionAddressSegmentInterleave),
+      withOutputs("getPlatformNocResources", {"platform"}, getPlatformNocResources),
+      withOutputs("getPlatformNocChannelBandwidth", {"platform"}, getPlatformNocChannelBandwidth),
+      query("supportedNocResourceType", {"platform", "port"}, &R::supportedNocResourceType),
       // Kernel pipes
+      query("getNumPipesForKernel", {"kernel"}, &R::getNumPipesForKernel),
+      query("getNumPipeConnectionsForKernel", {"kernel"}, &R::getNumPipeConnectionsForKernel),
+      query("getIthPipeForKernel", {"i", "kernel"}, &R::getIthPipeForKernel),
+      query("getIthPipeConnectionForKernel", {"i", "kernel"}, &R::getIthPipeConnectionForKernel),
+      query("isKernelPipe", {"pipe"}, &R::isKernelPipe),
+      query("getKernelPipeClockId", {"pipe"}, &R::getKernelPipeClockId),
+      query("isArgPipeConnection", {"kernel", "argument"}, &R::isArgPipeConnection),
+      query("isBusIfPipeConnection", {"kernel", "interface"}, &R::isBusIfPipeConnection),
   };
   return kEntries;
 }

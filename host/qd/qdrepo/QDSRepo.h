@@ -29,7 +29,10 @@
 #include <vector>
 
 #include "host/qd/qdrepo/Component.h"
+#include "host/qd/qdrepo/QDEnumerations.h"
 #include "host/qd/qdrepo/QDXPathDoc.h"
+#include "host/qd/qdrepo/oclPipe.h"
+#include "host/qd/qdrepo/oclPipeConnection.h"
 #include "service/Export.h"
 #include "service/Log.h"
 
@@ -163,6 +166,116 @@ class QV_EXPORT QDSRepo {
   std::string getMemObjectInstRef(std::string const& platform, std::string const& object);
   std::string getMemObjectSlr(std::string const& platform, std::string const& object);
   std::string getMemObjectMemPort(std::string const& platform, std::string const& object);
+
+  // SP tags: a plain word names a whole interface, "base[i]" one segment of a ranged tag and
+  // "base[lo:hi]" the segments lo to hi. These four read the text alone.
+  // A "[" with a "]" somewhere after it; false for "".
+  bool isRangeSpTag(std::string const& tag);
+  // Base before the first "[", then low and high ("[i]" gives low = high = i). A tag with no
+  // bracket is all base, with low and high 0; an index that is no number reads as 0.
+  void disassembleRangeSpTag(std::string const& tag, std::string& base, int& low, int& high);
+  // "base[low]" when low equals high, else "base[low:high]".
+  std::string assembleRangeSpTag(std::string const& base, int low, int high);
+  // "base[i]" for every i from low to high; a plain tag gives "tag[0]"; empty when low > high.
+  std::vector<std::string> splitSpTag(std::string const& tag);
+  // Tag queries over `platform`'s interfaces. Unless told otherwise the tag is normalised first.
+  // The canonical form of a tag: ranges and interface tags unchanged; a per-segment tag (on a
+  // segment of a "memss" interface) becomes "base[index]" with two WARNING 1028 lines, at
+  // every call. An unknown tag takes the same path and becomes "[-1]".
+  std::string normalizeSpTag(std::string const& platform, std::string const& tag);
+  // Not normalised: an interface or per-segment tag; a range within 0 and getSpTagRangeMax - 1.
+  bool isValidSpTag(std::string const& platform, std::string const& tag);
+  // Not normalised: the qd:cardinality of the range's base; -1 for no range or no cardinality.
+  int getSpTagRangeMax(std::string const& platform, std::string const& tag);
+  // Plain tags, then every ranged tag as "base[0:cardinality-1]", each once, in file order.
+  std::vector<std::string> getAllSpTags(std::string const& platform);
+  // A range is addressable; a GP memport unknown (0); else by bus type: aximm addressable,
+  // axis stream, anything else 3.
+  port_t getSpTagProtocol(std::string const& platform, std::string const& tag);
+  // str2mode_t of the interface's qd:mode; no_mode for an unknown tag.
+  mode_t getSpTagMode(std::string const& platform, std::string const& tag);
+  // [0] for the processor's memory (ACP, HP, HPC memports), [1] for other memory and ranges,
+  // empty for a stream.
+  std::vector<int> getSpTagMemorySpace(std::string const& platform, std::string const& tag);
+  bool isSpTagMemory(std::string const& platform, std::string const& tag);
+  // For "base[i]", the segment's own per-segment tag when it has one; else the tag as given.
+  std::string getSpTagSwName(std::string const& platform, std::string const& tag);
+  // qd:cacheCoherent is "true"; false for a range (tested before normalising) and when absent.
+  bool isSpTagCoherent(std::string const& platform, std::string const& tag);
+  // qd:dataWidth of the tag's interface; 0 when absent.
+  int getSpTagDataWidth(std::string const& platform, std::string const& tag);
+  // qd:peakMemoryBandwidth, else a fixed figure by memport, else width / 8 * 100 (0 for no
+  // width).
+  int getSpTagPeakBw(std::string const& platform, std::string const& tag);
+  // The SLR of the tag's interface, or of each segment of a range: one entry per index (empty
+  // ones too), or with `unique` each SLR once in order of first appearance.
+  std::vector<std::string> getSpTagSlrs(std::string const& platform, std::string const& tag,
+                                        bool unique);
+  // "true", "false" or "preferred": a plain tag's qd:auto ("true" when absent); for a range the
+  // segments' qd:auto, where one "false" refuses, "true" outranks "preferred", and none known
+  // gives "false" with WARNING 1056. A range that does not name one memory object ends the
+  // process after ERROR 1055.
+  std::string getSpTagAutoEnable(std::string const& platform, std::string const& tag);
+  // getMemObjectMaxMasters for a plain tag; for a range the least qd:maxMasters of its segments
+  // (-1 when one lacks it, 2147483647 when there are none).
+  int getSpTagMaxMasters(std::string const& platform, std::string const& object,
+                         std::string const& tag);
+  // Names of the interfaces that carry the tag, each once; for a range the one interface of its
+  // base, or none when no single interface carries the base.
+  std::vector<std::string> getMemObjectsFromSpTag(std::string const& platform,
+                                                  std::string const& tag);
+  // qd:addressSegment of the object for a plain tag; for a range each index's segment
+  // qd:baseName (missing ones passed over, duplicates kept).
+  std::vector<std::string> getMemObjectSegmentsForSpTag(std::string const& platform,
+                                                        std::string const& object,
+                                                        std::string const& tag);
+  // The same with qd:memoryInstance.
+  std::vector<std::string> getMemObjectMemInstsForSpTag(std::string const& platform,
+                                                        std::string const& object,
+                                                        std::string const& tag);
+  // qd:memoryInterface of the object for a plain tag; empty for a range or when absent.
+  std::vector<std::string> getMemObjectMemInterfaceForSpTag(std::string const& platform,
+                                                            std::string const& object,
+                                                            std::string const& tag);
+  // The memory object family: attributes of a memory object by name, or of the i-th memory
+  // object in "slave" mode by index; "" or -1 when the platform, the object or the attribute is
+  // not there.
+  std::string getMemObjectAddressSegment(std::string const& platform, std::string const& object);
+  std::string getMemObjectCompRef(std::string const& platform, std::string const& object);
+  std::string getMemObjectSptag(std::string const& platform, std::string const& object);
+  int getMemObjectDataWidth(std::string const& platform, std::string const& object);
+  int getMemObjectPeakMemoryBandwidth(std::string const& platform, std::string const& object);
+  // By the object's qd:componentRef: an interconnect's budget (the number of its tagged ports)
+  // goes to its first tagged port alone, 0 for the others; a NoC 16; the CPU 8 for an ACP
+  // memport, else 16; anything else qd:maxMasters.
+  int getMemObjectMaxMasters(std::string const& object, std::string const& platform);
+  std::string getIthMemObject(int i, std::string const& platform);
+  std::string getIthMemObjectMemport(int i, std::string const& platform);
+  std::string getIthMemObjectMemoryInstRef(int i, std::string const& platform);
+  std::string getIthMemObjectAddressSegment(int i, std::string const& platform);
+  std::string getIthMemObjectCompRef(int i, std::string const& platform);
+  std::string getIthMemObjectInstRef(int i, std::string const& platform);
+  std::string getIthMemObjectSptag(int i, std::string const& platform);
+  std::string getIthMemObjectSlr(int i, std::string const& platform);
+  int getIthMemObjectDataWidth(int i, std::string const& platform);
+  int getIthMemObjectPeakMemoryBandwidth(int i, std::string const& platform);
+  int getIthMemObjectMaxMasters(int i, std::string const& platform);
+  // Guarded by isQdPlatformComp: -1, false, "" or an empty list for a non-platform.
+  // Memory objects in "slave" mode.
+  int getNumMemObjects(std::string const& platform);
+  bool isMemObject(std::string const& platform, std::string const& name);
+  // SP tags on the interfaces of that qd:memport, and the i-th such interface's tag.
+  int getNumSptagsForMemObject(std::string const& platform, std::string const& memport);
+  std::string getIthSptagForMemObject(int i, std::string const& platform,
+                                      std::string const& memport);
+  // The first interface of that memport and tag; "" for an empty tag.
+  std::string getPortForMemObjectSptag(std::string const& platform, std::string const& memport,
+                                       std::string const& tag);
+  std::string getPortForSptag(std::string const& platform, std::string const& tag);
+  // Every qd:slr of the platform's interfaces, sorted, each once.
+  std::vector<std::string> getAllSlrs(std::string const& component);
+  // The qd:slr of the interfaces of the same instance as `port`.
+  std::string getQdCompPlatformInstanceSlr(std::string const& platform, std::string const& port);
 
   // ---- Hardware functions --------------------------------------------------------------------
   bool isQdHwFcn(std::string const& function);
@@ -383,8 +496,76 @@ class QV_EXPORT QDSRepo {
   // ---- Platform clock domains, resets, interrupts and the device -----------------------------
 
   // ---- NoC -----------------------------------------------------------------------------------
+  // The platform's qd:nocConnectivity elements (by qd:instanceRef), their connections
+  // (qd:busInterface by qd:name) and the connections' address segments (by index from 0).
+  bool hasNocData(std::string const& platform, std::string const& instance);
+  std::vector<std::string> getNocInstanceSet(std::string const& platform);
+  std::vector<std::string> getNocConnectionSet(std::string const& platform,
+                                               std::string const& instance);
+  std::vector<std::string> getNocSlaveBusIfSet(std::string const& platform,
+                                               std::string const& instance);
+  std::vector<std::string> getNocMasterBusIfSet(std::string const& platform,
+                                                std::string const& instance);
+  int numNocConnectionAddressSegment(std::string const& platform, std::string const& instance,
+                                     std::string const& connection);
+  // Attributes of a connection or a segment; "" or -1 when absent.
+  std::string getNocConnectionBusInterfaceRef(std::string const& platform,
+                                              std::string const& instance,
+                                              std::string const& connection);
+  std::string getNocConnectionMode(std::string const& platform, std::string const& instance,
+                                   std::string const& connection);
+  std::string getNocConnectionAddressSegmentName(std::string const& platform,
+                                                 std::string const& instance,
+                                                 std::string const& connection, int i);
+  std::string getNocConnectionAddressSegmentInstanceRef(std::string const& platform,
+                                                        std::string const& instance,
+                                                        std::string const& connection, int i);
+  std::string getNocConnectionAddressSegmentRegion(std::string const& platform,
+                                                   std::string const& instance,
+                                                   std::string const& connection, int i);
+  int getNocConnectionAddressSegmentReadBwUsed(std::string const& platform,
+                                               std::string const& instance,
+                                               std::string const& connection, int i);
+  int getNocConnectionAddressSegmentWriteBwUsed(std::string const& platform,
+                                                std::string const& instance,
+                                                std::string const& connection, int i);
+  // qd:id, else "<name>__<instanceRef>".
+  std::string getNocConnectionAddressSegmentId(std::string const& platform,
+                                               std::string const& instance,
+                                               std::string const& connection, int i);
+  // qd:interleave, else 4 or 2 when the name holds the region followed by "x4" or "x2", else 1.
+  int getNocConnectionAddressSegmentInterleave(std::string const& platform,
+                                               std::string const& instance,
+                                               std::string const& connection, int i);
+  // False, the outputs untouched, when the platform has no qd:nocPlNmu estimate; else the five
+  // estimates (-1 for an absent one) and true.
+  bool getPlatformNocResources(std::string const& platform, int& plNmu, int& plNsu, int& aieNmu,
+                               int& aieNsu, int& hbmNmu);
+  // The same for qd:nocChannelMaxBw.
+  bool getPlatformNocChannelBandwidth(std::string const& platform, int& bandwidth);
+  // What the NoC offers at the aximm interface `port`, by its qd:busInterfaceRef: "S..._AXI"
+  // pl_nmu, "M..._AXI" pl_nsu, "HBM..._AXI" hbm_nmu, anything else no_noc_resource.
+  noc_resource_t supportedNocResourceType(std::string const& platform, std::string const& port);
 
   // ---- Kernel pipes --------------------------------------------------------------------------
+  // The pipe and connection children of a kernel's qd:fcnMap. For a name that is no hardware
+  // function the four kernel queries log WARNING 10120 (counts) or 10121 (records)
+  // "<kernel> is not an OpenCL kernel" and go on: counts answer 0, records their defaults.
+  int getNumPipesForKernel(std::string const& kernel);
+  int getNumPipeConnectionsForKernel(std::string const& kernel);
+  // The i-th pipe or connection; a record of defaults past the end.
+  boost::shared_ptr<oclPipe> getIthPipeForKernel(int i, std::string const& kernel);
+  boost::shared_ptr<oclPipeConnection> getIthPipeConnectionForKernel(int i,
+                                                                     std::string const& kernel);
+  // A pipe of that name in any kernel; the qd:clockId of the first kernel that has it (-1 when
+  // none does).
+  bool isKernelPipe(std::string const& pipe);
+  int getKernelPipeClockId(std::string const& pipe);
+  // A connection of the kernel with the argument as its kernel end (source, else destination).
+  bool isArgPipeConnection(std::string const& kernel, std::string const& argument);
+  // The same for the argument found on the interface; it looks for a qd:busInterfaceRef
+  // element, so in files where that is an attribute (all of ours) it answers false.
+  bool isBusIfPipeConnection(std::string const& kernel, std::string const& interface);
 
   // ---- State ---------------------------------------------------------------------------------
   // Constant after construction. The component of type "platform" (the last that parsed).
@@ -409,6 +590,20 @@ std::string getQdCompBusInterfaceStringAttrByIndex(QDSRepo& repo, std::string co
 // the attribute is not there.
 std::string getMemObjectStringAttr(QDSRepo& repo, std::string const& platform,
                                    std::string const& object, std::string const& attribute);
+// The same as a number (-1), and by index over the memory objects in "slave" mode.
+int getMemObjectIntAttr(QDSRepo& repo, std::string const& platform, std::string const& object,
+                        std::string const& attribute);
+std::string getIthMemObjectStringAttr(QDSRepo& repo, int i, std::string const& platform,
+                                      std::string const& attribute);
+int getIthMemObjectIntAttr(QDSRepo& repo, int i, std::string const& platform,
+                           std::string const& attribute);
+// An attribute of the object's qd:addressSegment whose qd:baseName is `segment`.
+int getMemObjectSegmentIntAttr(QDSRepo& repo, std::string const& platform,
+                               std::string const& object, std::string const& segment,
+                               std::string const& attribute);
+std::string getMemObjectSegmentStringAttr(QDSRepo& repo, std::string const& platform,
+                                          std::string const& object, std::string const& segment,
+                                          std::string const& attribute);
 
 // ---- File level: hardware functions ----
 // An attribute of a hardware function; "" with Log INTERNAL 1003 when there is no such function.

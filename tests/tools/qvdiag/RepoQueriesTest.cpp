@@ -56,6 +56,29 @@ TEST_F(RepoQueriesTest, AnswersPrintByType) {
       {"getQdCompPortType", {"vadd", "m_axi_gmem"}, "\"aximm\""},
       {"getQdCompPortMode", {"vadd", "s_axi_control"}, "\"slave\""},
       {"getQdCompPortStringAttr", {"qv_accel_h2_gen3x16", "pcie_refclk", "qd:width"}, "\"1\""},
+      {"getSpTagMemorySpace", {"qv_accel_h2_gen3x16", "DDR[0:1]"}, "1"},
+      {"getSpTagMemorySpace", {"qv_accel_h2_gen3x16", "STREAM"}, "(none)"},
+      {"getSpTagProtocol", {"qv_accel_h2_gen3x16", "STREAM"}, "1"},
+      {"getSpTagMode", {"qv_accel_h2_gen3x16", "DDR"}, "1"},
+      {"getSpTagSlrs", {"qv_accel_h2_gen3x16", "DDR[0:3]", "true"}, "\"SLR0\" \"SLR1\""},
+      {"getSpTagSlrs",
+       {"qv_accel_h2_gen3x16", "DDR[0:3]", "0"},
+       "\"SLR0\" \"SLR0\" \"SLR1\" \"SLR1\""},
+      {"disassembleRangeSpTag", {"DDR[1:3]"}, "base \"DDR\" low 1 high 3"},
+      {"assembleRangeSpTag", {"DDR", "2", "2"}, "\"DDR[2]\""},
+      {"getPlatformNocResources",
+       {"qv_accel_h2_gen3x16"},
+       "true plNmu 28 plNsu 28 aieNmu 0 aieNsu 0 hbmNmu 32"},
+      {"getPlatformNocResources",
+       {"vadd"},
+       "false plNmu -1 plNsu -1 aieNmu -1 aieNsu -1 hbmNmu -1"},
+      {"getPlatformNocChannelBandwidth", {"qv_accel_h2_gen3x16"}, "true bandwidth 16000"},
+      {"supportedNocResourceType", {"qv_accel_h2_gen3x16", "NOC_HBM"}, "3"},
+      {"getIthPipeForKernel", {"0", "mmult"}, "name \"p_ab\" depth 16 width 32 linkage 1"},
+      {"getIthPipeConnectionForKernel",
+       {"0", "mmult"},
+       "srcInst \"mmult_1\" srcPort \"p_ab\" dstInst \"mmult_2\" dstPort \"p_ab\" srcType 11 "
+       "dstType 11"},
   };
   for (Row const& row : rows) {
     SCOPED_TRACE(row.name);
@@ -69,8 +92,13 @@ TEST_F(RepoQueriesTest, EveryListedQueryCanBeAsked) {
     std::vector<std::string> arguments;
     // Names that every query of the example can take without a disagreement of the cache.
     for (std::string const& parameter : query.parameters) {
-      if (parameter == "i" || parameter == "id") {
+      if (parameter == "i" || parameter == "id" || parameter == "low" || parameter == "high") {
         arguments.push_back("0");
+      } else if (parameter == "unique") {
+        arguments.push_back("true");
+      } else if (parameter == "tag") {
+        // A tag the platform knows: an unknown range ends the process in getSpTagAutoEnable.
+        arguments.push_back("DDR");
       } else if (parameter == "platform") {
         arguments.push_back("qv_accel_h2_gen3x16");
       } else if (parameter == "object") {
@@ -96,6 +124,8 @@ TEST_F(RepoQueriesTest, BadUseNamesTheQuery) {
   EXPECT_EQ(usageError("getQdCompPortType", {"vadd"}),
             "getQdCompPortType takes one of: getQdCompPortType component i | "
             "getQdCompPortType component port");
+  EXPECT_EQ(usageError("getSpTagSlrs", {"qv_accel_h2_gen3x16", "DDR", "yes"}),
+            "getSpTagSlrs: 'yes' is not true or false");
 }
 
 TEST_F(RepoQueriesTest, ExpressionsPrintTheirType) {
