@@ -188,10 +188,12 @@ TEST_F(QDSRepoClocksTest, ProcessorAndDevice) {
             oracle->string(kSystemClocks + "/qd:clock[@qd:name='CPU']/@qd:instanceRef"));
 }
 
-TEST_F(QDSRepoClocksTest, SpeedGrade3HPPeaksAt1300MHzAndNoGradeAt1000) {
+TEST_F(QDSRepoClocksTest, SpeedGrade3HPPeaksAt1300MHzAndAnEmptyGradeAt1000) {
   EXPECT_EQ(repo->getAiePeakFrequency("plat"), 1300000000L);
-  auto const plain = platformWith("", "<qd:deviceInfo qd:device=\"d\"/>");
+  auto const plain = platformWith("", "<qd:deviceInfo qd:device=\"d\" qd:speedGrade=\"\"/>");
   EXPECT_EQ(plain->getAiePeakFrequency("p"), 1000000000L);
+  auto const none = platformWith("", "<qd:deviceInfo qd:device=\"d\"/>");
+  EXPECT_EQ(none->getAiePeakFrequency("p"), 1000000000L);
 }
 
 TEST_F(QDSRepoClocksTest, AiePeakFrequencyOfEverySpeedGrade) {

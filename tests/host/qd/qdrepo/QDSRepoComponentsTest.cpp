@@ -238,6 +238,9 @@ char const* const kFamily =
     " qd:adapterType=\"system_compiler_generated_adapter_v2\"/>"
     "<qd:component qd:name=\"twofold_adapter\" qd:type=\"accelerator\" qd:adapteeCompRef=\"core\""
     " qd:adapterCompRef=\"core_adapter\" qd:adapterType=\"system_compiler_generated_adapter_v2\"/>"
+    "<qd:component qd:name=\"mon\" qd:type=\"monitor\"/>"
+    "<qd:component qd:name=\"xbar\" qd:type=\"interconnect\"/>"
+    "<qd:component qd:name=\"sc\" qd:type=\"smartconnect\"/>"
     "<qd:component qd:name=\"packer\" qd:type=\"generic\">"
     "<qd:busInterface qd:name=\"r\" qd:busTypeRef=\"reset\"/>"
     "<qd:busInterface qd:name=\"grp\" qd:busTypeRef=\"axis\" qd:busInterfaceRef=\"inner\""
@@ -281,6 +284,47 @@ class QDSRepoComponentFamilyTest : public ::testing::Test {
   std::unique_ptr<QDSRepo> repo;
   std::unique_ptr<qvtest::XPathOracle> oracle;
 };
+
+TEST_F(QDSRepoComponentFamilyTest, KindsOfComponent) {
+  EXPECT_TRUE(repo->isQdMonitorComp("mon"));
+  EXPECT_FALSE(repo->isQdMonitorComp("xbar"));
+  EXPECT_TRUE(repo->isQdInterconnectComp("xbar"));
+  EXPECT_FALSE(repo->isQdInterconnectComp("sc"));
+  EXPECT_TRUE(repo->isQdSmartConnectComp("sc"));
+  EXPECT_FALSE(repo->isQdSmartConnectComp("absent"));
+  EXPECT_TRUE(isQdCompType("sc", "smartconnect", repo->doc));
+  EXPECT_FALSE(isQdCompType("sc", "interconnect", repo->doc));
+  EXPECT_EQ(isQdCompType("mon", "monitor", repo->doc),
+            oracle->boolean("boolean(/qd:repository/qd:component[@qd:name='mon' and "
+                            "@qd:type='monitor'])"));
+  EXPECT_TRUE(repo->isQdCompWithAdapter("core"));
+  EXPECT_FALSE(repo->isQdCompWithAdapter("core_adapter"));
+}
+
+TEST_F(QDSRepoComponentFamilyTest, PortIndexIsValidFromZeroToBelowTheCount) {
+  EXPECT_EQ(logOf([&] { EXPECT_TRUE(repo->isValidQdCompPortIndex("core", 0)); }), "");
+  EXPECT_EQ(logOf([&] { EXPECT_TRUE(repo->isValidQdCompPortIndex("core", 11)); }), "");
+  EXPECT_EQ(logOf([&] { EXPECT_FALSE(repo->isValidQdCompPortIndex("core", -1)); }),
+            "WARNING: [Morvane 83-1001]  Index -1 out of range for component core\n");
+  EXPECT_EQ(logOf([&] { EXPECT_FALSE(repo->isValidQdCompPortIndex("absent", 0)); }),
+            "WARNING: [Morvane 83-1001]  Index 0 out of range for component absent\n");
+}
+
+TEST_F(QDSRepoComponentFamilyTest, InterfaceAttributeByIndex) {
+  EXPECT_EQ(getQdCompBusInterfaceStringAttrByIndex(*repo, "core", 5, "qd:dataWidth", "t"), "64");
+  EXPECT_EQ(getQdCompBusInterfaceStringAttrByIndex(*repo, "core", 5, "qd:direction", "t"), "");
+  EXPECT_EQ(getQdCompBusInterfaceStringAttrByIndex(*repo, "core", 5, "qd:dataWidth", "t"),
+            oracle->string("(/qd:repository/qd:component[@qd:name='core'][1]//qd:busInterface)"
+                           "[6]/@qd:dataWidth"));
+  EXPECT_EQ(getQdCompBusInterfaceStringAttrByIndex(*repo, "plat", 2, "qd:memport", "t"),
+            oracle->string("/qd:repository/qd:component[@qd:name='plat'][1]/qd:busInterface[3]"
+                           "/@qd:memport"));
+  EXPECT_EQ(logOf([&] {
+              EXPECT_EQ(getQdCompBusInterfaceStringAttrByIndex(*repo, "plat", 99, "qd:name", "t"),
+                        "");
+            }),
+            "WARNING: [Morvane 83-1001]  Index 99 out of range for component plat\n");
+}
 
 TEST_F(QDSRepoComponentFamilyTest, AdapterAndAdapteeAreTwoDifferentTests) {
   EXPECT_TRUE(repo->isQdAdapterComp("core_adapter"));
