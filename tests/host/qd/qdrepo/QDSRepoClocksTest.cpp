@@ -385,5 +385,47 @@ TEST_F(QDSRepoClocksTest, ResourceCapacityOfThePlatform) {
   EXPECT_EQ(repo->getQdPlatformResourceCapacity("acc", "LUT"), -1);
 }
 
+TEST_F(QDSRepoClocksTest, ExpressionsAgreeWithAnIndependentReading) {
+  std::string const plat = "/qd:repository/qd:component[@qd:name='plat'][1]";
+  std::string const platform =
+      "/qd:repository/qd:component[@qd:name='plat' and @qd:type='platform'][1]";
+  EXPECT_EQ(repo->getNumClockIdsForClockDomain("plat", "k"),
+            oracle->integer("count(" + kSystemClocks + "/qd:clock[@qd:clkDomain='k'])"));
+  EXPECT_EQ(repo->getIthClockForClockDomain(1, "plat", "k"),
+            oracle->string(kSystemClocks + "/qd:clock[@qd:clkDomain='k'][2]/@qd:name"));
+  EXPECT_EQ(repo->getClockNameForClockId(3, "plat"),
+            oracle->string(kSystemClocks + "/qd:clock[@qd:id='3']/@qd:name"));
+  EXPECT_EQ(repo->getClockIdForClockName("plat", "hbm"),
+            oracle->integer("number(" + kSystemClocks + "/qd:clock[@qd:name='hbm']/@qd:id)"));
+  EXPECT_EQ(repo->getArchitectureForPlatform("plat"),
+            oracle->string(plat + "/qd:platformInfo/qd:deviceInfo/@qd:architecture"));
+  EXPECT_EQ(repo->getQdResetAssociatedClock("plat", "rst_hbm"),
+            oracle->string(plat + "/qd:busInterface[@qd:name='rst_hbm']/@qd:clockRef"));
+  EXPECT_EQ(repo->getQdResetActiveLevel("acc", "ap_rst"),
+            oracle->string("/qd:repository/qd:component[@qd:name='acc'][1]/"
+                           "qd:busInterface[@qd:name='ap_rst']/@qd:activeLevel"));
+  EXPECT_EQ(repo->getQdPlatformResetBusInterfaceForClkAndSlr("plat", "ap_rst_n", "fast", "SLR0"),
+            oracle->string(plat + "/qd:busInterface[@qd:busInterfaceRef='ap_rst_n' and "
+                                  "@qd:clockRef='fast' and @qd:slr='SLR0' and "
+                                  "@qd:busTypeRef='reset' and @qd:mode='master']/@qd:name"));
+  EXPECT_EQ(repo->getResetBusInterfaceForClockDomain("plat", "m", "ap_rst_n"),
+            oracle->string(plat + "/qd:busInterface[@qd:clkDomain='m' and "
+                                  "@qd:busInterfaceRef='ap_rst_n']/@qd:name"));
+  EXPECT_EQ(repo->hasQdPlatformInterruptSupport("plat"),
+            oracle->boolean("boolean(" + platform +
+                            "/qd:busInterface[@qd:busTypeRef='interrupt' and "
+                            "@qd:direction='in' and @qd:isrId])"));
+  EXPECT_EQ(repo->getQdPlatformCompIthLegacyInterruptSlavePort("plat", 0),
+            oracle->string(platform + "/qd:busInterface[@qd:busTypeRef='interrupt' and "
+                                      "@qd:direction='in' and @qd:irq][1]/@qd:name"));
+  EXPECT_EQ(repo->getQdPlatformCompPortIrq("plat", "irq0"),
+            oracle->integer("number(" + platform + "/qd:busInterface[@qd:name='irq0']/@qd:isrId)"));
+  EXPECT_EQ(repo->getQdPlatformResourceCapacity("plat", "LUT"),
+            oracle->integer("number(" + platform + "/@qd:LUT)"));
+  EXPECT_EQ(repo->getDerivedClockPort("f"),
+            oracle->string("/qd:repository/qd:fcnMap[@qd:fcnName='f'][1]/qd:derivedClock/"
+                           "@qd:derivedClockName"));
+}
+
 }  // namespace
 }  // namespace qd

@@ -836,5 +836,44 @@ TEST_F(QDSRepoComponentFamilyTest, InterconnectPortsArePositionalWithinTheirInst
   EXPECT_EQ(repo->getNumSlavesForInterconnectPort("plat", "HP0"), -1);
 }
 
+TEST_F(QDSRepoComponentFamilyTest, ExpressionsAgreeWithAnIndependentReading) {
+  std::string const plat = "/qd:repository/qd:component[@qd:name='plat'][1]";
+  std::string const core = "/qd:repository/qd:component[@qd:name='core'][1]";
+  EXPECT_EQ(repo->isAddressableQdComp("plat"),
+            oracle->boolean("boolean(" + plat +
+                            "/qd:busInterface[@qd:busTypeRef='aximm' and @qd:mode='slave'][1])"));
+  EXPECT_EQ(repo->isQdCompBusInterface("core", "strm"),
+            oracle->boolean("boolean(" + core + "/qd:busInterface[@qd:name='strm'])"));
+  EXPECT_EQ(repo->getNumAieConfigs("plat"),
+            oracle->integer("count(" + plat + "/qd:busInterface[@qd:busTypeRef='aie_config'])"));
+  EXPECT_EQ(repo->getQdPortClockRef("plat", "GP0"),
+            oracle->string(plat + "/qd:busInterface[@qd:name='GP0']/@qd:clockRef"));
+  EXPECT_EQ(repo->getQdCompBusInterfaceSptag("core", "mem"),
+            oracle->string(core + "/qd:busInterface[@qd:name='mem']/@qd:sptag"));
+  EXPECT_EQ(repo->getQdCompAxisPortInterfaceType("core", "strm"),
+            oracle->string("/qd:repository/qd:fcnMap[@qd:componentRef='core'][1]/"
+                           "qd:arg[@qd:busInterfaceRef='strm'][1]/@qd:portInterfaceType"));
+  EXPECT_EQ(repo->qdCompPortIsPacked("core", "strm"),
+            oracle->boolean("boolean(/qd:repository/qd:fcnMap[@qd:componentRef='core'][1]/"
+                            "qd:arg[@qd:busInterfaceRef='strm'][1]/@qd:dataPack)"));
+  EXPECT_EQ(repo->getQdAdapterPort("core", "pk"),
+            oracle->string("/qd:repository/qd:component[@qd:name='core_adapter']/"
+                           "qd:busInterface[@qd:hlsname='pk']/@qd:name"));
+  EXPECT_EQ(repo->getInterconnectPortFollowingSibling("plat", "S0"),
+            oracle->string(plat + "/qd:busInterface[@qd:name='S0']/following-sibling::"
+                                  "qd:busInterface[@qd:mode='slave' and @qd:busTypeRef='aximm' "
+                                  "and @qd:instanceRef='ic'][1]/@qd:name"));
+  EXPECT_EQ(repo->getNumMastersForInterconnectPort("plat", "S0"),
+            oracle->integer("count(" + plat +
+                            "/qd:busInterface[@qd:mode='master' and @qd:busTypeRef='aximm' and "
+                            "@qd:instanceRef='ic'])"));
+  EXPECT_EQ(repo->getQdCompPortIntAttrByIndex("core", 1, "qd:width"),
+            oracle->integer("number(" + core + "/qd:port[2]/@qd:width)"));
+  EXPECT_EQ(repo->isQdCompPort("packer", "inner"),
+            oracle->boolean("boolean(/qd:repository/qd:component[@qd:name='packer'][1]/"
+                            "qd:busInterface[@qd:busInterfaceRef='inner' and "
+                            "@qd:dataPack='true'])"));
+}
+
 }  // namespace
 }  // namespace qd
