@@ -446,7 +446,7 @@ std::string firstFunctionArgument(std::string const& name, std::string const& po
   return firstFunction(name) + "/qd:arg[@qd:busInterfaceRef='" + port + "'][1]/@" + attribute;
 }
 
-// AXI interfaces of any of the two bus types, with a further condition.
+// AXI interfaces of either bus type (aximm, axis), with a further condition.
 std::string axiInterfaces(std::string const& name, std::string const& condition) {
   return component(name) +
          "/qd:busInterface[(@qd:busTypeRef='aximm' or @qd:busTypeRef='axis') and " + condition +
@@ -1050,7 +1050,8 @@ namespace {
 
 // What a memory object on `name` can take as masters: an interconnect gives its whole budget to
 // its first port, the NoC takes 16, the processor 16 (8 on its coherent port), anything else says
-// so in qd:maxMasters.
+// so in qd:maxMasters. The memory object queries follow the same rule; it lives here too so
+// that this family does not wait for them.
 int memObjectMaxMasters(QDSRepo& repo, std::string const& name, std::string const& port) {
   std::string const reference = repo.getQdCompBusInterfaceStringAttr(name, port, "qd:componentRef");
   if (isInterconnectRef(reference)) {
