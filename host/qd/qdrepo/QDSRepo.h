@@ -159,6 +159,212 @@ class QV_EXPORT QDSRepo {
                                                    std::string const& port);
   // The qd:memport of the interface, checked against its AXI interface in the cache.
   std::string getQdCompBusInterfaceMemObject(std::string const& component, std::string const& port);
+  // Whether the component is an adapter: it names its adaptee (qd:adapteeCompRef).
+  bool isQdAdapterComp(std::string const& component);
+  // Whether it has an aximm slave interface, the one a host addresses it through.
+  bool isAddressableQdComp(std::string const& component);
+  // Whether qd:adapterType is "system_compiler_generated_adapter_v2"; false for an unknown
+  // component. Such an adapter must be an accelerator, an adapter and no adaptee: otherwise
+  // "Assertion failed in "<source>", line <n>" goes to standard output and the process aborts.
+  bool isQdCompSCAdapter(std::string const& component);
+  // Whether the component element carries `attribute` ("qd:componentRef").
+  bool isQdCompStringAttr(std::string const& component, std::string const& attribute);
+  // Whether an interface has the name `port` (qd:name only).
+  bool isQdCompBusInterface(std::string const& component, std::string const& port);
+  // Whether an interface has `port` as its qd:port (the physical port behind it).
+  bool isQdCompBusInterfacePort(std::string const& component, std::string const& port);
+  // Whether the interface at index `i` carries `attribute`; descendants count on a component
+  // with an adapter, as for the by-index readers.
+  bool isValidQdCompIthPortAttr(std::string const& component, int i, std::string const& attribute);
+  // Whether the interface's qd:return is "true".
+  bool isQdCompPortReturnType(std::string const& component, std::string const& port);
+  // Kind tests of the port at index `i`, by its bus type (getQdCompPortType by index): "clock",
+  // "reset", "interrupt", "register", "aximm" (isQdCompAxiPort), "axilite", "axis", "bram"; fifo
+  // for "fifo", "acc_fifo_read" and "acc_fifo_write"; master and slave by its qd:mode. The
+  // compound tests are both of their parts. False for an index out of range (Log WARNING 1001).
+  bool isQdCompClockPort(std::string const& component, int i);
+  bool isQdCompResetPort(std::string const& component, int i);
+  bool isQdCompInterruptPort(std::string const& component, int i);
+  bool isQdCompRegisterPort(std::string const& component, int i);
+  bool isQdCompMasterPort(std::string const& component, int i);
+  bool isQdCompSlavePort(std::string const& component, int i);
+  bool isQdCompAxiPort(std::string const& component, int i);
+  bool isQdCompAxiSlavePort(std::string const& component, int i);
+  bool isQdCompAxiMasterPort(std::string const& component, int i);
+  bool isQdCompAxilitePort(std::string const& component, int i);
+  bool isQdCompAxisPort(std::string const& component, int i);
+  bool isQdCompAxisSlavePort(std::string const& component, int i);
+  bool isQdCompAxisMasterPort(std::string const& component, int i);
+  bool isQdCompBramPort(std::string const& component, int i);
+  bool isQdCompFifoPort(std::string const& component, int i);
+  // The same tests by port name, through getQdCompPortType and getQdCompPortMode by name (so an
+  // unknown name logs their warnings). isQdCompClockPort and isQdCompAxiPort by name are the
+  // checked forms above; the compound AXI tests by name build on isQdCompAxiPort by name, which
+  // takes aximm and axis.
+  bool isQdCompResetPort(std::string const& component, std::string const& port);
+  bool isQdCompInterruptPort(std::string const& component, std::string const& port);
+  bool isQdCompRegisterPort(std::string const& component, std::string const& port);
+  bool isQdCompMasterPort(std::string const& component, std::string const& port);
+  bool isQdCompSlavePort(std::string const& component, std::string const& port);
+  bool isQdCompAxiSlavePort(std::string const& component, std::string const& port);
+  bool isQdCompAxiMasterPort(std::string const& component, std::string const& port);
+  bool isQdCompAxilitePort(std::string const& component, std::string const& port);
+  bool isQdCompAxisPort(std::string const& component, std::string const& port);
+  bool isQdCompAxisSlavePort(std::string const& component, std::string const& port);
+  bool isQdCompAxisMasterPort(std::string const& component, std::string const& port);
+  bool isQdCompBramPort(std::string const& component, std::string const& port);
+  bool isQdCompFifoPort(std::string const& component, std::string const& port);
+  // Memory port kinds: whether the interface's qd:memport is "S_AXI_ACP", "M_AXI_GP",
+  // "S_AXI_HP", "S_AXI_HPC", "MIG"; is_qdmemport_type asks for any word.
+  bool isQdCompAcpPort(std::string const& component, std::string const& port);
+  bool isQdCompGpPort(std::string const& component, std::string const& port);
+  bool isQdCompHpPort(std::string const& component, std::string const& port);
+  bool isQdCompHpcPort(std::string const& component, std::string const& port);
+  bool isQdCompMigPort(std::string const& component, std::string const& port);
+  bool is_qdmemport_type(std::string const& component, std::string const& port,
+                         std::string const& memport);
+  // An AXI port of the platform with a qd:memport other than "MIG": a processor's port.
+  bool isQdPlatformCompProcessor(std::string const& component, std::string const& port);
+  // An axis port of the platform.
+  bool isQdCompPlatformAxisPort(std::string const& component, std::string const& port);
+  // Whether the interface's qd:cacheCoherent is "true".
+  bool isCoherentQdCompPort(std::string const& component, std::string const& port);
+  // Whether the port at `i` is one half of an HLS inout argument ("<stem>_i" in, "<stem>_o" out,
+  // in a row); false for a component without an adapter.
+  bool isQdCompHlsInoutPort(std::string const& component, int i);
+  // Whether `port` is the qd:clockRef (qd:resetRef) of an AXI (aximm or axis) interface.
+  bool isAxiClockRef(std::string const& component, std::string const& port);
+  bool isAxiResetRef(std::string const& component, std::string const& port);
+  // An axis port whose qd:hasTlast is "true".
+  bool qdCompAxisPortHasTlast(std::string const& component, std::string const& port);
+  // Whether the port's interface is packed (qd:dataPack); for an adaptee also when its first
+  // function's argument on the port is.
+  bool qdCompPortIsPacked(std::string const& component, std::string const& port);
+  bool qdCompIthPortIsPacked(std::string const& component, int i);
+  // Attributes of the component element; "" when absent. getQdAdapteeCompRef logs with the
+  // caller word "getQdAdapterCompRef".
+  std::string getQdCompCompRef(std::string const& component);
+  std::string getQdAdapterCompRef(std::string const& component);
+  std::string getQdAdapteeCompRef(std::string const& component);
+  std::string getQdCompStringAttr(std::string const& component, std::string const& attribute);
+  // An attribute of the interface `port`, else of the physical port `port`; "".
+  std::string getQdCompBusIntfAttr(std::string const& component, std::string const& port,
+                                   std::string const& attribute);
+  // The qd:regionSize (hexadecimal text) of the first aximm slave interface; 0 when the
+  // component is not addressable or the text is no hexadecimal number.
+  unsigned int getQdCompRegionSize(std::string const& component);
+  // The qd:ctrlReg/@qd:type of the component's first function: "ap_ctrl_none" when there is none,
+  // "ap_ctrl_hs" for "generic_axi_lite"; "" with Log INTERNAL 1016 for no component.
+  std::string getQdCompControlProtocol(std::string const& component);
+  // The number of interfaces with that qd:busTypeRef and qd:mode; -1 for no component.
+  int getQdCompNumPorts(std::string const& component, std::string const& type,
+                        std::string const& mode);
+  // "aie_config" interfaces: their number (-1 for no component), and the qd:connectedInstanceRef
+  // of the one at `i` ("" when there is none).
+  int getNumAieConfigs(std::string const& component);
+  std::string getIthAieConfigPeer(std::string const& component, int i);
+  // The qd:port of the interface at `i`; "" out of range (Log WARNING 1001) or absent.
+  std::string getIthQdCompBusInterfacePort(std::string const& component, int i);
+  // qd:direction and qd:mode of the interface at `i`, read as they stand; "".
+  std::string getQdCompPortDir(std::string const& component, int i);
+  std::string getQdCompPortMode(std::string const& component, int i);
+  // Width of a port: the packed width for a packed port that is no register or data port,
+  // else the interface's qd:dataWidth, else that of the first function's argument on it;
+  // -1 for no port.
+  int getQdCompPortDataWidth(std::string const& component, std::string const& port);
+  // The qd:dataPackWidth of the adaptee's function argument on a packed port; -1 with Log ERROR
+  // 1016 for a packed port of any other component; -1 for a port that is not packed.
+  int getQdCompPortPackedDataWidth(std::string const& component, std::string const& port);
+  // The interface's qd:regionSize read as hexadecimal; 0 when absent.
+  unsigned int getQdCompPortRegionSize(std::string const& component, std::string const& port);
+  // Numbers of the interface `port`; -1 when absent.
+  int getQdCompPortNumElements(std::string const& component, std::string const& port);
+  int getQdCompPortCapacity(std::string const& component, std::string const& port);
+  int getQdCompPortBufferDepth(std::string const& component, std::string const& port);
+  int getQdCompPortArraySize(std::string const& component, std::string const& port);
+  // Attributes of a physical port (qd:port element), by name or by index among the qd:port
+  // elements; "" or -1 when absent.
+  int getQdCompPortIntAttr(std::string const& component, std::string const& port,
+                           std::string const& attribute);
+  int getQdCompPortIntAttrByIndex(std::string const& component, int i,
+                                  std::string const& attribute);
+  std::string getQdCompPortStringAttrByIndex(std::string const& component, int i,
+                                             std::string const& attribute);
+  // A number of the interface `port`; -1 when absent.
+  int getQdCompBusInterfaceIntAttr(std::string const& component, std::string const& port,
+                                   std::string const& attribute);
+  // An attribute of the interface that `port` resolves to (resolveQdCompPortToBusInterface), so
+  // the name of its physical port serves too; "".
+  std::string getQdCompBusInterfaceStrAttr(std::string const& component, std::string const& port,
+                                           std::string const& attribute);
+  // An attribute of the interface behind the physical port `port`, written as this lookup has
+  // always been ("/@'<attribute>'"): XPath cannot evaluate it, so it answers "".
+  std::string getQdCompBusInterfacePortAttr(std::string const& component, std::string const& port,
+                                            std::string const& attribute);
+  // The interface behind the physical port `port`: its qd:name, and its bus type, mode and
+  // direction; "" when no interface has that qd:port.
+  std::string getQdCompBusInterfacePortName(std::string const& component, std::string const& port);
+  std::string getQdCompBusInterfacePortType(std::string const& component, std::string const& port);
+  std::string getQdCompBusInterfacePortMode(std::string const& component, std::string const& port);
+  std::string getQdCompBusInterfacePortDir(std::string const& component, std::string const& port);
+  std::string getQdCompBusInterfaceSptag(std::string const& component, std::string const& port);
+  // The qd:busTypeRef of a port of an adapter or an adaptee; "" for any other component.
+  std::string getQdBusTypeRef(std::string const& component, std::string const& port);
+  // The name of the `i`th aximm (axis) master (slave) interface; "" when there is none.
+  std::string getQdCompAxiMasterPortName(std::string const& component, int i);
+  std::string getQdCompAxiSlavePortName(std::string const& component, int i);
+  std::string getQdCompAxisMasterPortName(std::string const& component, int i);
+  std::string getQdCompAxisSlavePortName(std::string const& component, int i);
+  // The qd:portInterfaceType of the component's first function's argument on `port`.
+  std::string getQdCompAxisPortInterfaceType(std::string const& component, std::string const& port);
+  // The qd:slr of an axis port of the platform; "" for any other.
+  std::string getQdCompPlatformAxisPortSlr(std::string const& component, std::string const& port);
+  // qd:clockRef and qd:resetRef of the interface; the AXI forms answer "" for a port that is no
+  // AXI port.
+  std::string getQdPortClockRef(std::string const& component, std::string const& port);
+  std::string getQdPortResetRef(std::string const& component, std::string const& port);
+  std::string getQdCompAxiPortClockPort(std::string const& component, std::string const& port);
+  std::string getQdCompAxiPortResetPort(std::string const& component, std::string const& port);
+  // The resets of the AXI interfaces on `clock`, each once, in file order.
+  std::vector<std::string> getAxiResetRefsForAxiClockRef(std::string const& component,
+                                                         std::string const& clock);
+  // The clock of the first AXI interface reset by `reset` that names one; the reset of the first
+  // on `clock` that names one.
+  std::string getAxiClockRefForAxiReset(std::string const& component, std::string const& reset);
+  std::string getAxiResetRefForAxiClock(std::string const& component, std::string const& clock);
+  // The `i`th clock slave interface of `instance`; "".
+  std::string getIthCompClkSlavePortForInst(std::string const& component,
+                                            std::string const& instance, int i);
+  // The interface of the adaptee's adapter that holds the register `port`, else whose qd:hlsname
+  // is `port`; "" for a component that is no adaptee, and with Log ERROR 1014 when neither is
+  // there.
+  std::string getQdAdapterPort(std::string const& component, std::string const& port);
+  // The interface a port name means: the interface whose qd:port it is, else the interface of
+  // that name; "" otherwise.
+  std::string resolveQdCompPortToBusInterface(std::string const& component,
+                                              std::string const& port);
+  // Whether two ports can be wired without a data mover: both axis, bram or fifo, an axis side
+  // at most 2048 bits wide and a multiple of 8.
+  bool directQdPortConnectionPossible(std::string const& componentA, std::string const& portA,
+                                      std::string const& componentB, std::string const& portB);
+  // Always true.
+  bool hasDataMoverForPlatformConn(std::string const& componentA, std::string const& portA,
+                                   std::string const& componentB, std::string const& portB);
+  // The most channels of that kind a data mover offers (-1: no limit); 0 with Log ERROR 1075 for
+  // a pair it has no figure for.
+  int getDatamoverMaxNumChannels(datamover_t datamover, channel_t channel);
+  // The number of AXI id values the port needs; 0 for no AXI port, -1 with Log ERROR 1015 for a
+  // memory port of an unknown kind.
+  int getNumQdCompAxiPortIds(std::string const& component, std::string const& port);
+  // Ports of an interconnect instance (qd:componentRef "axi_interconnect" or "smartconnect"):
+  // the position among the instance's interfaces of the same bus type and mode, the next such
+  // interface's name, and the numbers of its masters and slaves of the port's bus type. -1 or ""
+  // for a port that is not one.
+  int getInterconnectPortIndex(std::string const& component, std::string const& port);
+  int getNumMastersForInterconnectPort(std::string const& component, std::string const& port);
+  int getNumSlavesForInterconnectPort(std::string const& component, std::string const& port);
+  std::string getInterconnectPortFollowingSibling(std::string const& component,
+                                                  std::string const& port);
 
   // ---- Memory objects ------------------------------------------------------------------------
   // Attributes of the platform's memory object (a bus interface with qd:memport) `object`,
@@ -494,6 +700,73 @@ class QV_EXPORT QDSRepo {
   float getCpuClockFrequency(std::string const& platform);
 
   // ---- Platform clock domains, resets, interrupts and the device -----------------------------
+  // Attributes of an available clock; -1.0 or "" with Log WARNING 10051 otherwise.
+  double getClockPeriodForClockId(int id, std::string const& platform);
+  double getNormalizedClockPeriodForClockId(int id, std::string const& platform);
+  std::string getClockStatusForClockId(int id, std::string const& platform);
+  // The frequency in Hz: the MHz text (six decimals) without its dots. An unavailable id logs
+  // WARNING 10051 and throws std::invalid_argument ("stol"), as does a text that is no number.
+  long getClockFreqHzForClockId(int id, std::string const& platform);
+  // The clock's qd:name; "INVALID_ID" with Log WARNING 1006 for an unavailable id.
+  std::string getClockNameForClockId(int id, std::string const& platform);
+  // The id of the clock `name`, else of the clock named by the platform interface whose
+  // qd:busInterfaceRef is `name`; -1, with Log WARNING 1007 for a non-platform.
+  int getClockIdForClockName(std::string const& platform, std::string const& name);
+  // qd:instanceRef of the "CPU" clock.
+  std::string getQdPlatformCpuInstanceRef(std::string const& platform);
+  // From qd:deviceInfo: qd:architecture, and "<device>:<package>:<speedGrade>".
+  std::string getArchitectureForPlatform(std::string const& platform);
+  std::string getDeviceForPlatform(std::string const& platform);
+  // The AI engines' peak frequency in Hz for the platform's speed grade; 1000000000 for a grade
+  // not in the table (and for none).
+  long getAiePeakFrequency(std::string const& platform);
+  // The function's qd:derivedClock: its clock name ("" without one), multiplier and divisor
+  // (-1 without one).
+  std::string getDerivedClockPort(std::string const& function);
+  int getDerivedClockPeriodMultiplier(std::string const& function);
+  int getDerivedClockPeriodDivisor(std::string const& function);
+  // Clock domains (qd:clkDomain of the platform's clocks). For a non-platform: Log ERROR 1009,
+  // 1010, 1011, 1013 ("Invalid platform component type: '<p>'") and -1 or "".
+  int getNumClockDomains(std::string const& platform);
+  std::string getIthClockDomain(int i, std::string const& platform);
+  std::string getClockDomainForClockId(int id, std::string const& platform);
+  int getNumClockIdsForClockDomain(std::string const& platform, std::string const& domain);
+  // The `i`th clock of the domain, its id or name. `i` may equal the count (no answer, no
+  // message); beyond that, below 0, or for a non-platform: -1 with Log ERROR 1018, "" with Log
+  // ERROR 1014.
+  int getIthClockIdForClockDomain(int i, std::string const& platform, std::string const& domain);
+  std::string getIthClockForClockDomain(int i, std::string const& platform,
+                                        std::string const& domain);
+  // A reset's qd:activeLevel, else "high" for "ap_rst" and "low" for any other name (with Log
+  // CRITICAL WARNING 1090 where the name does not tell).
+  std::string getQdResetActiveLevel(std::string const& component, std::string const& reset);
+  std::string getQdResetAssociatedClock(std::string const& component, std::string const& reset);
+  // Reset masters of the platform on `clock` (and with that qd:busInterfaceRef unless it is
+  // empty): their number, and the name of the `i`th, else the domain's reset
+  // (getResetBusInterfaceForClockDomain).
+  int getQdPlatformResetBusInterfaceForClkCount(std::string const& platform,
+                                                std::string const& busInterfaceRef,
+                                                std::string const& clock);
+  std::string getQdPlatformResetBusInterfaceForClk(std::string const& platform,
+                                                   std::string const& busInterfaceRef,
+                                                   std::string const& clock, int i);
+  std::string getQdPlatformResetBusInterfaceForClkAndSlr(std::string const& platform,
+                                                         std::string const& busInterfaceRef,
+                                                         std::string const& clock,
+                                                         std::string const& slr);
+  // The reset of the domain with that qd:busInterfaceRef, else the one on the domain's slowest
+  // clock (the greatest normalised period, the later clock on a tie).
+  std::string getResetBusInterfaceForClockDomain(std::string const& platform,
+                                                 std::string const& domain,
+                                                 std::string const& busInterfaceRef);
+  // Interrupt inputs of the platform that carry qd:isrId (the legacy form: qd:irq).
+  bool hasQdPlatformInterruptSupport(std::string const& platform);
+  std::string getQdPlatformCompIthInterruptSlavePort(std::string const& platform, int i);
+  std::string getQdPlatformCompIthLegacyInterruptSlavePort(std::string const& platform, int i);
+  // The port's qd:isrId; -1.
+  int getQdPlatformCompPortIrq(std::string const& platform, std::string const& port);
+  // The platform's attribute qd:<resource> ("LUT"); -1.
+  int getQdPlatformResourceCapacity(std::string const& platform, std::string const& resource);
 
   // ---- NoC -----------------------------------------------------------------------------------
   // The platform's qd:nocConnectivity elements (by qd:instanceRef), their connections
@@ -585,6 +858,11 @@ bool isQdCompType(std::string const& component, std::string const& type,
 std::string getQdCompBusInterfaceStringAttrByIndex(QDSRepo& repo, std::string const& component,
                                                    int i, std::string const& attribute,
                                                    std::string const& caller);
+// The Int form of getQdCompBusInterfaceStringAttrByIndex: -1 where that answers "".
+int getQdCompBusInterfaceIntAttrByIndex(QDSRepo& repo, std::string const& component, int i,
+                                        std::string const& attribute, std::string const& caller);
+// Whether the port at `i` of a component with an adapter is one half of an HLS inout argument.
+bool isQdCompWithAdapterHlsInoutPort(std::string const& component, int i, QDSRepo& repo);
 // ---- File level: memory objects and SP tags ----
 // An attribute of the platform's memory object `object`; "" when the platform, the object or
 // the attribute is not there.

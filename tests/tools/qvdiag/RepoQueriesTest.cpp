@@ -35,7 +35,7 @@ struct Row {
 
 TEST_F(RepoQueriesTest, AnswersPrintByType) {
   Row const rows[] = {
-      {"getNumQdComponents", {}, "9"},
+      {"getNumQdComponents", {}, "10"},
       {"getIthQdComponent", {"1"}, "\"vadd\""},
       {"getIthQdComponent", {"99"}, "\"\""},
       {"checkDatabase", {}, "true"},
@@ -79,6 +79,25 @@ TEST_F(RepoQueriesTest, AnswersPrintByType) {
        {"0", "mmult"},
        "srcInst \"mmult_1\" srcPort \"p_ab\" dstInst \"mmult_2\" dstPort \"p_ab\" srcType 11 "
        "dstType 11"},
+      {"getQdCompRegionSize", {"ddr_sc_0"}, "2147483648"},
+      {"getNumQdCompAxiPortIds", {"ddr_sc_0", "S00_AXI"}, "3"},
+      {"getNumQdCompAxiPortIds", {"ddr_sc_0", "S01_AXI"}, "0"},
+      {"getInterconnectPortIndex", {"ddr_sc_0", "S01_AXI"}, "1"},
+      {"getDatamoverMaxNumChannels", {"axi_dma_sg", "mm2s"}, "16"},
+      {"getDatamoverMaxNumChannels", {"zero_copy", "mm2mm"}, "-1"},
+      {"isQdCompAxisSlavePort", {"consumer", "2"}, "true"},
+      {"isQdCompAxisSlavePort", {"consumer", "in"}, "true"},
+      {"getAxiResetRefsForAxiClockRef", {"axi_ic_0", "aclk"}, "\"aresetn\""},
+      {"getQdAdapterPort", {"producer", "count"}, "\"S_AXI_CTRL\""},
+      {"getClockFreqHzForClockId", {"1", "qv_accel_h2_gen3x16"}, "500000000"},
+      {"getAiePeakFrequency", {"qv_accel_h2_gen3x16"}, "1250000000"},
+      {"getNumClockDomains", {"qv_accel_h2_gen3x16"}, "2"},
+      {"getQdPlatformResetBusInterfaceForClkAndSlr",
+       {"qv_accel_h2_gen3x16", "ap_rst_n", "clk_kernel_01", "SLR1"},
+       "\"rst_kernel_01\""},
+      {"getQdPlatformCompIthInterruptSlavePort", {"qv_accel_h2_gen3x16", "1"}, "\"irq_kernel_01\""},
+      {"getQdCompPlatformAxisPortSlr", {"qv_accel_h2_gen3x16", "S_AXIS_HOST"}, "\"SLR0\""},
+      {"getQdPlatformResourceCapacity", {"qv_accel_h2_gen3x16", "URAM"}, "608"},
   };
   for (Row const& row : rows) {
     SCOPED_TRACE(row.name);

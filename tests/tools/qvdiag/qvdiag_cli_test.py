@@ -239,7 +239,7 @@ class QvdiagTest(unittest.TestCase):
 
     def test_repo_check_of_the_example_passes(self):
         self.assertRun(run("repo", self.repository(), "--check"), 0, stderr="", stdout=(
-            self.repository() + ": 9 components, 6 hardware functions: every function maps "
+            self.repository() + ": 10 components, 6 hardware functions: every function maps "
             "onto an accelerator or the platform\n"))
 
     def test_repo_check_of_a_function_on_a_generic_block_fails(self):
@@ -262,7 +262,7 @@ class QvdiagTest(unittest.TestCase):
         self.assertRun(run("repo", self.repository(), "--query", "getQdHwFcnReturnOffset",
                            "vadd"), 0, stdout='"0x40"\n', stderr="")
         self.assertRun(run("repo", self.repository(), "--xpath", "count(//qd:component)"), 0,
-                       stdout="number 9\n", stderr="")
+                       stdout="number 10\n", stderr="")
         listed = run("repo", "--list-queries")
         self.assertRun(listed, 0, stderr="")
         self.assertIn("\ngetIthQdHwFcnArg1 function i\n", listed.stdout)
