@@ -1046,34 +1046,6 @@ int QDSRepo::getDatamoverMaxNumChannels(datamover_t datamover, channel_t channel
   return 0;
 }
 
-namespace {
-
-// What a memory object on `name` can take as masters: an interconnect gives its whole budget to
-// its first port, the NoC takes 16, the processor 16 (8 on its coherent port), anything else says
-// so in qd:maxMasters. The memory object queries follow the same rule; it lives here too so
-// that this family does not wait for them.
-int memObjectMaxMasters(QDSRepo& repo, std::string const& name, std::string const& port) {
-  std::string const reference = repo.getQdCompBusInterfaceStringAttr(name, port, "qd:componentRef");
-  if (isInterconnectRef(reference)) {
-    std::string const instance = repo.getQdCompBusInterfaceStringAttr(name, port, "qd:instanceRef");
-    std::string const tagged =
-        component(name) + "/qd:busInterface[@qd:sptag and @qd:instanceRef='" + instance + "']";
-    if (repo.stringQuery(tagged + "[1]/@qd:name", "getMemObjectMaxMasters") != port) return 0;
-    return repo.intQuery("count(" + tagged + ")", "getMemObjectMaxMasters");
-  }
-  if (reference == "axi_noc" || reference == "axi_noc2") return 16;
-  std::string const cpu = repo.stringQuery(
-      component(name) +
-          "/qd:platformInfo/qd:systemClocks/qd:clock[@qd:name='CPU']/@qd:componentRef",
-      "getMemObjectMaxMasters");
-  if (!reference.empty() && reference == cpu) {
-    return repo.getQdCompBusInterfaceStringAttr(name, port, "qd:memport") == "S_AXI_ACP" ? 8 : 16;
-  }
-  return repo.getQdCompBusInterfaceIntAttr(name, port, "qd:maxMasters");
-}
-
-}  // namespace
-
 int QDSRepo::getNumQdCompAxiPortIds(std::string const& name, std::string const& port) {
   if (!isQdCompAxiPort(name, port)) return 0;
   std::string const instance = getQdCompBusInterfaceInstanceRef(name, port);
@@ -1101,7 +1073,7 @@ int QDSRepo::getNumQdCompAxiPortIds(std::string const& name, std::string const& 
   if (isQdCompGpPort(name, port)) return through ? throughInterconnect : 64;
   if (booleanQuery("boolean(" + interfaceNamed(name, port) + "/@qd:memport)",
                    "getNumQdCompAxiPortIds")) {
-    return memObjectMaxMasters(*this, name, port);
+    return getMemObjectMaxMasters(port, name);
   }
   Log(logERROR, 1015) << "Unknown memory port " << port << ".";
   return -1;
