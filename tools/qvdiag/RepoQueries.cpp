@@ -654,6 +654,10 @@ std::vector<Entry> const& allEntries() {
       query("getQdPlatformCompPortIrq", {"platform", "port"}, &R::getQdPlatformCompPortIrq),
       query("getQdPlatformResourceCapacity", {"platform", "resource"},
             &R::getQdPlatformResourceCapacity),
+      query("getQdHwFcnNormalizedWorstCaseLatencyEstimate", {"function", "platform"},
+            &R::getQdHwFcnNormalizedWorstCaseLatencyEstimate),
+      query("getQdHwFcnNormalizedAverageCaseLatencyEstimate", {"function", "platform"},
+            &R::getQdHwFcnNormalizedAverageCaseLatencyEstimate),
       // NoC
       query("hasNocData", {"platform", "instance"}, &R::hasNocData),
       query("getNocInstanceSet", {"platform"}, &R::getNocInstanceSet),

@@ -768,6 +768,14 @@ class QV_EXPORT QDSRepo {
   // The platform's attribute qd:<resource> ("LUT"); -1.
   int getQdPlatformResourceCapacity(std::string const& platform, std::string const& resource);
 
+  // A latency estimate in periods of the normalised clock: the estimate times the normalised
+  // period of the function's clock (qd:clockId, else the platform's default clock), truncated.
+  // The raw estimate when neither clock is known or its period is negative; -1 without one.
+  long long getQdHwFcnNormalizedWorstCaseLatencyEstimate(std::string const& function,
+                                                         std::string const& platform);
+  long long getQdHwFcnNormalizedAverageCaseLatencyEstimate(std::string const& function,
+                                                           std::string const& platform);
+
   // ---- NoC -----------------------------------------------------------------------------------
   // The platform's qd:nocConnectivity elements (by qd:instanceRef), their connections
   // (qd:busInterface by qd:name) and the connections' address segments (by index from 0).

@@ -459,3 +459,33 @@ int QDSRepo::getQdPlatformResourceCapacity(std::string const& platform,
 }
 
 }  // namespace qd
+
+namespace qd {
+namespace {
+
+long long normalizedLatency(QDSRepo& repo, long long estimate, std::string const& function,
+                            std::string const& platform) {
+  // No estimate stays no estimate: scaling the -1 would make it look like a number.
+  if (estimate < 0) return estimate;
+  int clock = repo.getQdHwFcnClockId(function);
+  if (clock == -1) clock = repo.getPlatformDefaultClockId(platform);
+  if (clock == -1) return estimate;
+  double const period = repo.getNormalizedClockPeriodForClockId(clock, platform);
+  if (period < 0) return estimate;
+  return static_cast<long long>(static_cast<double>(estimate) * period);
+}
+
+}  // namespace
+
+long long QDSRepo::getQdHwFcnNormalizedWorstCaseLatencyEstimate(std::string const& function,
+                                                                std::string const& platform) {
+  return normalizedLatency(*this, getQdHwFcnWorstCaseLatencyEstimate(function), function, platform);
+}
+
+long long QDSRepo::getQdHwFcnNormalizedAverageCaseLatencyEstimate(std::string const& function,
+                                                                  std::string const& platform) {
+  return normalizedLatency(*this, getQdHwFcnAverageCaseLatencyEstimate(function), function,
+                           platform);
+}
+
+}  // namespace qd

@@ -74,7 +74,17 @@ char const* const kClocks =
     "<qd:derivedClock qd:derivedClockName=\"ap_clk_2\" qd:derivedClockPeriodMultiplier=\"3\""
     " qd:derivedClockPeriodDivisor=\"5\"/>"
     "</qd:fcnMap>"
-    "<qd:fcnMap qd:fcnName=\"g\" qd:componentRef=\"acc\"/>";
+    "<qd:fcnMap qd:fcnName=\"g\" qd:componentRef=\"acc\"/>"
+    // Latency estimates on a clock of period 3, on the default clock, on a reserved clock and
+    // on a clock without a normalised period.
+    "<qd:fcnMap qd:fcnName=\"lat\" qd:componentRef=\"acc\" qd:clockId=\"1\">"
+    "<qd:latencyEstimates qd:worst-case=\"1001\" qd:average-case=\"7\"/></qd:fcnMap>"
+    "<qd:fcnMap qd:fcnName=\"latdef\" qd:componentRef=\"acc\">"
+    "<qd:latencyEstimates qd:worst-case=\"10\" qd:average-case=\"5\"/></qd:fcnMap>"
+    "<qd:fcnMap qd:fcnName=\"latres\" qd:componentRef=\"acc\" qd:clockId=\"5\">"
+    "<qd:latencyEstimates qd:worst-case=\"10\" qd:average-case=\"5\"/></qd:fcnMap>"
+    "<qd:fcnMap qd:fcnName=\"latfree\" qd:componentRef=\"acc\" qd:clockId=\"4\">"
+    "<qd:latencyEstimates qd:worst-case=\"10\" qd:average-case=\"5\"/></qd:fcnMap>";
 
 class QDSRepoClocksTest : public ::testing::Test {
  protected:
@@ -425,6 +435,31 @@ TEST_F(QDSRepoClocksTest, ExpressionsAgreeWithAnIndependentReading) {
   EXPECT_EQ(repo->getDerivedClockPort("f"),
             oracle->string("/qd:repository/qd:fcnMap[@qd:fcnName='f'][1]/qd:derivedClock/"
                            "@qd:derivedClockName"));
+}
+
+TEST_F(QDSRepoClocksTest, NormalizedLatencyIsTheEstimateInPeriodsOfTheFunctionsClock) {
+  EXPECT_EQ(repo->getQdHwFcnNormalizedWorstCaseLatencyEstimate("lat", "plat"), 3003);
+  EXPECT_EQ(repo->getQdHwFcnNormalizedAverageCaseLatencyEstimate("lat", "plat"), 21);
+}
+
+TEST_F(QDSRepoClocksTest, NormalizedLatencyWithoutAClockIdUsesTheDefaultClock) {
+  EXPECT_EQ(repo->getQdHwFcnNormalizedWorstCaseLatencyEstimate("latdef", "plat"), 30);
+  EXPECT_EQ(repo->getQdHwFcnNormalizedAverageCaseLatencyEstimate("latdef", "plat"), 15);
+}
+
+TEST_F(QDSRepoClocksTest, NormalizedLatencyWithoutAUsablePeriodIsTheRawEstimate) {
+  EXPECT_EQ(qvtest::stderrOf([&] {
+              EXPECT_EQ(repo->getQdHwFcnNormalizedWorstCaseLatencyEstimate("latres", "plat"), 10);
+            }),
+            "WARNING: [Morvane 83-10051] Invalid clock id 5 for platform plat\n");
+  EXPECT_EQ(repo->getQdHwFcnNormalizedAverageCaseLatencyEstimate("latfree", "plat"), 5);
+  // No default clock on a component that is no platform either.
+  EXPECT_EQ(repo->getQdHwFcnNormalizedWorstCaseLatencyEstimate("latdef", "acc"), 10);
+}
+
+TEST_F(QDSRepoClocksTest, NormalizedLatencyWithoutAnEstimateIsMinusOne) {
+  EXPECT_EQ(repo->getQdHwFcnNormalizedWorstCaseLatencyEstimate("g", "plat"), -1);
+  EXPECT_EQ(repo->getQdHwFcnNormalizedAverageCaseLatencyEstimate("zz", "plat"), -1);
 }
 
 }  // namespace
