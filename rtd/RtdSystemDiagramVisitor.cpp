@@ -1,5 +1,6 @@
 #include "rtd/RtdSystemDiagramVisitor.h"
 
+#include <boost/property_tree/json_parser.hpp>
 #include <cstdint>
 #include <map>
 #include <sstream>
@@ -10,16 +11,23 @@
 #include "diagram/ComputeUnitBuilder.h"
 #include "diagram/ConnectivityBuilder.h"
 #include "diagram/ConnectivityNodeBuilder.h"
+#include "diagram/EstimatedResourcesBuilder.h"
+#include "diagram/KernelArgumentBuilder.h"
+#include "diagram/KernelClockRefBuilder.h"
+#include "diagram/KernelPortBuilder.h"
 #include "diagram/QsaAvailableResourceBuilder.h"
 #include "diagram/QsaBoardBuilder.h"
 #include "diagram/QsaDeviceTopologyBuilder.h"
 #include "diagram/QsaGeneratedByBuilder.h"
 #include "diagram/TextConversions.h"
+#include "platform/hco/HCODesignXMLReader.h"
+#include "platform/hut/HUTFile.h"
 #include "platform/messages/ComMsgMgr.h"
 #include "platform/messages/ComMsgMgrInstance.h"
 #include "platform/mvk/NativeObjectService.h"
 #include "rtd/KernelConnection.h"
 #include "rtd/KernelConnections.h"
+#include "rtd/RtdKernelConfigure.h"
 #include "rtd/RtdKernelConnectionVisitor.h"
 #include "rtd/UserRegionAvailableResourcesSlrPopulator.h"
 
@@ -126,9 +134,9 @@ void RtdSystemDiagramVisitor::visit(RtdTree& tree) {
   populateComputeUnits(tree, userRegion);
   if (tree.connectivity) populateConnections(tree, memData, userRegion);
 
-  // 10. The kernel section is filled here from the kernels file, whether or not the tree had an
-  // IP layout or connections. The reader of kernel descriptions does not exist yet, so a new
-  // diagram has no kernels until an UpsertKernel request adds them.
+  // 10. The kernels, from the kernels file, whether or not the tree had an IP layout or
+  // connections.
+  populateKernelInfo(userRegion);
 
   // 11. and 12. The user region's resources: the totals, then per SLR from a fresh platform tree.
   auto const availableResources = std::make_shared<QrxBinAvailableResourceBuilder>(
@@ -333,6 +341,138 @@ void RtdSystemDiagramVisitor::populateQrxBinGeneratedByBuider(
     generatedBy->setLabel(binaryLabel);
     generatedBy->setNote(binaryNote);
   });
+}
+
+void RtdSystemDiagramVisitor::populateKernelInfo(
+    std::shared_ptr<QrxBinUserRegionBuilder> userRegion) {
+  std::vector<std::string> const noInstances;
+  std::vector<std::string> const noOptions;
+  std::vector<std::string> const noSources;
+  RtdKernelConfigure configure(noInstances, noOptions, noSources, "", false);
+  std::shared_ptr<std::vector<OmbroCommonUtils::Kernel>> const kernels =
+      configure.execute(kernelsFile);
+  for (OmbroCommonUtils::Kernel const& kernel : *kernels) {
+    auto const kernelBuilder = std::make_shared<QrxBinKernelBuilder>(userRegion);
+    kernelBuilder->setName(kernel.name);
+    std::vector<mvk::kernel::ArgDesc> const args = kernel.args;
+    for (mvk::kernel::ArgDesc const& arg : args) {
+      KernelArgumentBuilder argument(kernelBuilder);
+      argument.setName(arg.name);
+      argument.setId(arg.id);
+      argument.setAddressKind(integerToText(arg.addressKind));
+      argument.setPort(arg.port);
+      argument.setSize(arg.size);
+      argument.setOffset(arg.offset);
+      argument.setDetailA(arg.detailA);
+      argument.setDetailB(arg.detailB);
+      argument.setPortInterfaceType(arg.portInterfaceType);
+    }
+    std::vector<mvk::kernel::PortDesc> const ports = kernel.ports;
+    for (mvk::kernel::PortDesc const& portDesc : ports) {
+      KernelPortBuilder port(kernelBuilder);
+      port.setDetailB(portDesc.detailB);
+      // A negative width reads as a large unsigned number: the width is unsigned in the diagram.
+      port.setDataWidth(integerToText(static_cast<std::uint32_t>(portDesc.dataWidth)));
+      port.setMode(portDesc.mode);
+      port.setName(portDesc.name);
+      port.setPortType(portDesc.portType);
+      port.setDetailA(portDesc.detailA);
+    }
+    populateKernelEstimatedResources(kernelBuilder, kernel);
+    populateKernelClockRefs(kernelBuilder, kernel);
+  }
+}
+
+void RtdSystemDiagramVisitor::populateKernelEstimatedResources(
+    std::shared_ptr<QrxBinKernelBuilder> kernelBuilder, OmbroCommonUtils::Kernel const& kernel) {
+  std::string const path =
+      kernel.directory + HUTFile::getDirSeparator() + kernel.name + ".design.xml";
+  if (!HUTFile(path).exists()) {
+    ComMsgMgr::sendMessage(ComMsgMgrInstance("morvane", "@82-214@%s", kComMsgWarning, path));
+    return;
+  }
+  HCODesignXMLReader reader(path);
+  reader.parse();
+  DesignXML::Profile const& profile = reader.getProfile();
+  std::vector<DesignXML::ModuleInformation> informations;
+  reader.getModuleInformation(profile, informations);
+  for (unsigned long m = 0; m < informations.size(); ++m) {
+    // The position among the groups also picks the module inside the group: the reports this
+    // reads have one module per group, at the group's own position.
+    DesignXML::Module const& module = informations[m].GetModule(m);
+    std::vector<DesignXML::AreaEstimates> estimates;
+    reader.getAreaEstimates(module, estimates);
+    for (DesignXML::AreaEstimates const& estimate : estimates) {
+      EstimatedResourcesBuilder resources(kernelBuilder);
+      std::vector<DesignXML::Resources> records;
+      reader.getResources(estimate, records);
+      for (std::size_t r = 0; r < records.size(); ++r) {
+        // The position of the record also picks the value in each of its lists, so a later
+        // record that lists fewer values fails here and keeps the earlier record's numbers.
+        DesignXML::Resources const& record = records[r];
+        auto const value = [r](lmx60::List<std::uint32_t> const& list) {
+          return integerToText(list.get(r));
+        };
+        try {
+          resources.setLut(value(record.LUT));
+        } catch (std::exception const&) {
+          warn("@82-159@");
+        }
+        try {
+          resources.setBram(value(record.BRAM));
+        } catch (std::exception const&) {
+          warn("@82-157@");
+        }
+        try {
+          resources.setUram(value(record.URAM));
+        } catch (std::exception const&) {
+          warn("@82-3568@");
+        }
+        try {
+          resources.setDsp(value(record.DSP));
+        } catch (std::exception const&) {
+          warn("@82-158@");
+        }
+        try {
+          resources.setReg(value(record.FF));
+        } catch (std::exception const&) {
+          warn("@82-160@");
+        }
+      }
+    }
+  }
+}
+
+void RtdSystemDiagramVisitor::populateKernelClockRefs(
+    std::shared_ptr<QrxBinKernelBuilder> kernelBuilder, OmbroCommonUtils::Kernel const& kernel) {
+  std::string const path = kernel.directory + HUTFile::getDirSeparator() + "kernel.json";
+  if (!HUTFile(path).exists()) return;
+  ptree clockInfo;
+  try {
+    boost::property_tree::read_json(path, clockInfo);
+  } catch (boost::property_tree::json_parser::json_parser_error const&) {
+    // A kernel.json that does not parse is taken as absent, unlike one without the clock keys
+    // below, which ends the import: the tools that write it write either nothing usable or the
+    // whole record.
+    return;
+  }
+  std::string clockName;
+  double period = 0.0;
+  try {
+    clockName = clockInfo.get_child("ClockInfo.ClockName").get_value<std::string>();
+    period = clockInfo.get_child("ClockInfo.ClockPeriod").get_value<double>();
+  } catch (boost::property_tree::ptree_bad_path const& error) {
+    // Same exception, with the file named so that the failed import says where to look.
+    throw boost::property_tree::ptree_bad_path(path + ": No such node",
+                                               error.path<ptree::path_type>());
+  } catch (boost::property_tree::ptree_bad_data const& error) {
+    throw boost::property_tree::ptree_bad_data(path + ": ClockInfo.ClockPeriod is not a number",
+                                               error.data<std::string>());
+  }
+  auto const clockRef = std::make_shared<KernelClockRefBuilder>(kernelBuilder);
+  clockRef->setName(clockName);
+  // MHz from a period in ns; a period of 0 gives +infinity, which is stored as it is.
+  clockRef->setRequestedFrequency((1.0 / period) * 1000.0);
 }
 
 void RtdSystemDiagramVisitor::populateUserRegionAvailableResources(

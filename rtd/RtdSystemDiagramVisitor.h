@@ -11,8 +11,10 @@
 #include "diagram/ProfileAnalyzerSystemDiagramBuilder.h"
 #include "diagram/QrxBinAvailableResourceBuilder.h"
 #include "diagram/QrxBinGeneratedByBuilder.h"
+#include "diagram/QrxBinKernelBuilder.h"
 #include "diagram/QrxBinUserRegionBuilder.h"
 #include "diagram/QsaBuilder.h"
+#include "platform/ombro/Kernel.h"
 #include "rtd/RtdConnection.h"
 #include "rtd/RtdMemData.h"
 #include "rtd/RtdTree.h"
@@ -94,6 +96,25 @@ class RtdSystemDiagramVisitor : public RtdTreeVisitor {
   // `qrxbin.generated_by` from the request's strings: eight statements, each guarded by its own
   // message (the last sets label_copy, label and note together).
   void populateQrxBinGeneratedByBuider(std::shared_ptr<QrxBinGeneratedByBuilder> generatedBy);
+
+  // `kernels` of the user region: one kernel per kernel of the kernels file (read through
+  // RtdKernelConfigure), in its order, with its arguments and ports, its estimate and its clock.
+  // Nothing when the kernels file gives no kernel.
+  void populateKernelInfo(std::shared_ptr<QrxBinUserRegionBuilder> userRegion);
+  // The kernel's estimate from "<directory>/<name>.design.xml": "@82-214@%s" with the path when
+  // the report is not there. Every resource record writes its own position's value of each list
+  // (the first record its first values, the second its second), each of the five under its own
+  // guard ("@82-159@" LUT, "@82-157@" BRAM, "@82-3568@" URAM, "@82-158@" DSP, "@82-160@"
+  // registers); the last value that reads wins. A report that does not read ends the import.
+  void populateKernelEstimatedResources(std::shared_ptr<QrxBinKernelBuilder> kernelBuilder,
+                                        OmbroCommonUtils::Kernel const& kernel);
+  // One clock of the kernel from "<directory>/kernel.json": its "ClockInfo.ClockName" and the
+  // frequency in MHz of its "ClockInfo.ClockPeriod" in ns. A missing file, or one that is not
+  // JSON, adds nothing and says nothing; a file without those keys, or with a period that is not
+  // a number, ends the import (boost::property_tree::ptree_bad_path or ptree_bad_data naming
+  // the file).
+  void populateKernelClockRefs(std::shared_ptr<QrxBinKernelBuilder> kernelBuilder,
+                               OmbroCommonUtils::Kernel const& kernel);
 
   // The user region's totals from the first device's core, read in the order uram, lut, reg,
   // bram, dsp (uram is set after bram). The first read that throws ends the block with one

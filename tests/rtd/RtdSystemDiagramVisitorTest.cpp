@@ -7,6 +7,7 @@
 #include <boost/property_tree/ptree.hpp>
 #include <fstream>
 #include <functional>
+#include <limits>
 #include <memory>
 #include <set>
 #include <sstream>
@@ -16,7 +17,10 @@
 #include <vector>
 
 #include "diagram/ProfileAnalyzerSystemDiagramBuilder.h"
+#include "diagram/QrxBinKernelBuilder.h"
 #include "diagram/TextConversions.h"
+#include "platform/lmx60/lmx_exception.h"
+#include "platform/ombro/Kernel.h"
 #include "rtd/RtdTreeBuilder.h"
 #include "tests/support/MessageCapture.h"
 #include "tests/support/Messages.h"
@@ -108,11 +112,13 @@ class RtdSystemDiagramVisitorTest : public ::testing::Test {
   }
 
   // Imports `rtd` on `platform` into a new diagram and returns the diagram.
-  pb::outerContainer import(std::string const& rtd, std::string const& platform) {
+  // The kernels file "kernels.txt" of the working directory is not there: no kernels.
+  pb::outerContainer import(std::string const& rtd, std::string const& platform,
+                            std::string const& kernelsFile = "kernels.txt") {
     auto const root = std::make_shared<pb::outerContainer>();
     IPA::ProfileAnalyzerSystemDiagramBuilder builder(root);
     RtdSystemDiagramVisitor visitor(builder, platform, "gen", "1.2", "cl9", "ts", "detail a",
-                                    "detail b", true, "kernels.txt", "the label", "");
+                                    "detail b", true, kernelsFile, "the label", "");
     auto const rtdTree = tree(rtd);
     visitor.visit(*rtdTree);
     return *root;
@@ -794,6 +800,275 @@ TEST_F(ConnectionLoopTest, ComputeUnitEndKeepsTheIpPositionNotTheComputeUnitId) 
       import(rtdText(memories(), ip("dma") + "," + ip("k:k_1"), connection("1", "0")));
   EXPECT_EQ(region(diagram).compute_units(0).id(), "0");
   EXPECT_EQ(region(diagram).connectivity(0).source().id(), "1");
+}
+
+// ---- Kernels ----
+
+// A kernel section made from files in the test's directory.
+class KernelSectionTest : public VisitorOperationsTest {
+ protected:
+  std::string write(std::string const& relative, std::string const& text) {
+    std::string const path = directory.file(relative);
+    boost::filesystem::create_directories(boost::filesystem::path(path).parent_path());
+    std::ofstream(path, std::ios::binary) << text;
+    return path;
+  }
+
+  // A kernel record of the kernel "k" in <dir>/k.
+  OmbroCommonUtils::Kernel kernel() const {
+    OmbroCommonUtils::Kernel record;
+    record.name = "k";
+    record.directory = directory.file("k");
+    return record;
+  }
+
+  std::shared_ptr<IPA::QrxBinKernelBuilder> kernelBuilder() {
+    auto const region =
+        std::make_shared<IPA::QrxBinUserRegionBuilder>(*builder.getQrxBinBuilder(), root);
+    return std::make_shared<IPA::QrxBinKernelBuilder>(region);
+  }
+
+  // The kernel after populateKernelEstimatedResources on a report with `modules`.
+  pb::kernel estimateFrom(std::string const& modules) {
+    write("k/k.design.xml", "<profile>" + modules + "</profile>");
+    auto const target = kernelBuilder();
+    visitor.populateKernelEstimatedResources(target, kernel());
+    return *target->message();
+  }
+
+  // The kernel after populateKernelClockRefs on a kernel.json of `text`.
+  pb::kernel clockFrom(std::string const& text) {
+    write("k/kernel.json", text);
+    auto const target = kernelBuilder();
+    visitor.populateKernelClockRefs(target, kernel());
+    return *target->message();
+  }
+
+  static std::string group(std::string const& modules) {
+    return "<moduleInformation>" + modules + "</moduleInformation>";
+  }
+  static std::string module(std::string const& records) {
+    return "<module><areaEstimates>" + records + "</areaEstimates></module>";
+  }
+  static std::string record(int lut, int bram, int uram, int dsp, int ff) {
+    return "<resources><LUT>" + std::to_string(lut) + "</LUT><BRAM>" + std::to_string(bram) +
+           "</BRAM><URAM>" + std::to_string(uram) + "</URAM><DSP>" + std::to_string(dsp) +
+           "</DSP><FF>" + std::to_string(ff) + "</FF></resources>";
+  }
+};
+
+TEST_F(KernelSectionTest, KernelsFileGivesKernelsWithArgumentsAndPortsInTheirOrder) {
+  write("k/kernel.xml", R"(<kernel name="k">
+  <arg name="in1" addressKind="1" id="0" port="m_axi_gmem" size="0x8" offset="0x10" detailA="da"
+       detailB="db" portInterfaceType="aximm" type="int*" argName="in1" hostSize="8"/>
+  <arg name="n" id="1" port="s_axi_control" size="0x4" offset="0x1c"/>
+  <port name="m_axi_gmem" mode="master" detailA="pa" dataWidth="512" portType="addressable"
+        detailB="pb"/>
+  <port name="s_axi_control" mode="slave" dataWidth="-1"/>
+</kernel>)");
+  std::string const kernels = write("kernels.txt", "k,hls," + directory.file("k") + "\nj\n");
+  auto const diagram = import(rtdText("", "", ""), platformFile(), kernels);
+  ASSERT_EQ(region(diagram).kernels_size(), 2);
+  EXPECT_TRUE(qvtest::sameMessage(qvtest::parse<pb::kernel>(R"(
+    name: "k"
+    arguments { name: "in1" id: "0" address_kind: "1" port: "m_axi_gmem" size: "0x8"
+                offset: "0x10" detail_a: "da" detail_b: "db" port_interface_type: "aximm" }
+    arguments { name: "n" id: "1" address_kind: "0" port: "s_axi_control" size: "0x4"
+                offset: "0x1c" detail_a: "" detail_b: "" port_interface_type: "" }
+    ports { detail_b: "pb" data_width: "512" mode: "master" name: "m_axi_gmem"
+            port_type: "addressable" detail_a: "pa" }
+    ports { detail_b: "" data_width: "4294967295" mode: "slave" name: "s_axi_control"
+            port_type: "" detail_a: "" })"),
+                                  region(diagram).kernels(0)));
+  EXPECT_TRUE(
+      qvtest::sameMessage(qvtest::parse<pb::kernel>(R"(name: "j")"), region(diagram).kernels(1)));
+  // Neither kernel has a report; kernel.json is not looked for in a message.
+  EXPECT_EQ(messages.sent(),
+            (Strings{"mvk @60-839@%s 0x4000000 [" + kernels + "]",
+                     "morvane @82-214@%s 0x8000000 [" + directory.file("k") + "/k.design.xml]",
+                     "morvane @82-214@%s 0x8000000 [/j.design.xml]"}));
+}
+
+TEST_F(KernelSectionTest, KernelWithNeitherReportNorKernelJsonStillHasNameArgumentsAndPorts) {
+  write("k/kernel.xml", R"(<kernel><arg name="a"/><port name="p"/></kernel>)");
+  auto const diagram = import(rtdText("", "", ""), platformFile(),
+                              write("kernels.txt", "k,hls," + directory.file("k")));
+  ASSERT_EQ(region(diagram).kernels_size(), 1);
+  pb::kernel const& kernel = region(diagram).kernels(0);
+  EXPECT_EQ(kernel.name(), "k");
+  ASSERT_EQ(kernel.arguments_size(), 1);
+  EXPECT_EQ(kernel.arguments(0).name(), "a");
+  ASSERT_EQ(kernel.ports_size(), 1);
+  EXPECT_EQ(kernel.ports(0).name(), "p");
+  EXPECT_FALSE(kernel.has_estimated_resources());
+  EXPECT_EQ(kernel.clock_refs_size(), 0);
+}
+
+TEST_F(KernelSectionTest, NoKernelsFileGivesNoKernelsAndTheImportGoesOn) {
+  auto const diagram = import(rtdText("", "", ""), platformFile(), directory.file("absent"));
+  EXPECT_EQ(region(diagram).kernels_size(), 0);
+  EXPECT_EQ(region(diagram).available_resources().lut(), "1000");
+  EXPECT_EQ(messages.sent(), Strings{});
+}
+
+TEST_F(KernelSectionTest, ReportGivesTheEstimateWithoutMessage) {
+  EXPECT_TRUE(qvtest::sameMessage(
+      qvtest::parse<pb::kernel>(R"(estimated_resources { lut: "2490" reg: "3842" bram: "2"
+                                                         dsp: "1" uram: "0" })"),
+      estimateFrom(group(module(record(2490, 2, 0, 1, 3842))))));
+  EXPECT_EQ(messages.sent(), Strings{});
+}
+
+TEST_F(KernelSectionTest, MissingReportSendsItsPathAndLeavesNoEstimate) {
+  auto const target = kernelBuilder();
+  visitor.populateKernelEstimatedResources(target, kernel());
+  EXPECT_FALSE(target->message()->has_estimated_resources());
+  EXPECT_EQ(messages.sent(),
+            Strings{"morvane @82-214@%s 0x8000000 [" + directory.file("k") + "/k.design.xml]"});
+}
+
+TEST_F(KernelSectionTest, SecondModuleGroupIsAskedForItsModuleAtIndexOne) {
+  // The second group's first module is passed over: its position among the groups is 1.
+  pb::kernel const kernel =
+      estimateFrom(group(module(record(1, 1, 1, 1, 1))) +
+                   group(module(record(5, 5, 5, 5, 5)) + module(record(9, 8, 7, 6, 5))));
+  EXPECT_TRUE(qvtest::sameMessage(
+      qvtest::parse<pb::estimatedResources>(R"(lut: "9" bram: "8" uram: "7" dsp: "6" reg: "5")"),
+      kernel.estimated_resources()));
+  EXPECT_EQ(messages.sent(), Strings{});
+}
+
+TEST_F(KernelSectionTest, SecondGroupWithOneModuleEndsTheImport) {
+  write("k/k.design.xml", "<profile>" + group(module(record(1, 1, 1, 1, 1))) +
+                              group(module(record(2, 2, 2, 2, 2))) + "</profile>");
+  EXPECT_THROW(visitor.populateKernelEstimatedResources(kernelBuilder(), kernel()),
+               lmx60::lmx_exception);
+}
+
+TEST_F(KernelSectionTest, SecondRecordWithOneValueEachFailsAllFiveAndTheFirstValuesStay) {
+  pb::kernel const kernel =
+      estimateFrom(group(module(record(10, 20, 30, 40, 50) + record(11, 21, 31, 41, 51))));
+  EXPECT_TRUE(qvtest::sameMessage(qvtest::parse<pb::estimatedResources>(
+                                      R"(lut: "10" bram: "20" uram: "30" dsp: "40" reg: "50")"),
+                                  kernel.estimated_resources()));
+  EXPECT_EQ(messages.formats(),
+            (Strings{"@82-159@", "@82-157@", "@82-3568@", "@82-158@", "@82-160@"}));
+}
+
+TEST_F(KernelSectionTest, SecondRecordTakesItsSecondValues) {
+  pb::kernel const kernel = estimateFrom(
+      group(module(record(10, 20, 30, 40, 50) +
+                   "<resources><LUT>1</LUT><LUT>2</LUT><BRAM>3</BRAM><BRAM>4</BRAM><URAM>5</URAM>"
+                   "<URAM>6</URAM><DSP>7</DSP><DSP>8</DSP><FF>9</FF><FF>10</FF></resources>")));
+  EXPECT_TRUE(qvtest::sameMessage(
+      qvtest::parse<pb::estimatedResources>(R"(lut: "2" bram: "4" uram: "6" dsp: "8" reg: "10")"),
+      kernel.estimated_resources()));
+  EXPECT_EQ(messages.formats(), Strings{});
+}
+
+TEST_F(KernelSectionTest, RecordEmptyInAllListsSendsTheFiveMessagesInOrder) {
+  pb::kernel const kernel = estimateFrom(group(module("<resources/>")));
+  EXPECT_FALSE(kernel.has_estimated_resources());
+  EXPECT_EQ(messages.sent(), (Strings{"morvane @82-159@ 0x8000000", "morvane @82-157@ 0x8000000",
+                                      "morvane @82-3568@ 0x8000000", "morvane @82-158@ 0x8000000",
+                                      "morvane @82-160@ 0x8000000"}));
+}
+
+TEST_F(KernelSectionTest, ShortListsFailOnlyTheirOwnFields) {
+  // The second record lists two LUT and two DSP values only.
+  pb::kernel const kernel =
+      estimateFrom(group(module(record(10, 20, 30, 40, 50) +
+                                "<resources><LUT>0</LUT><LUT>12</LUT><DSP>0</DSP><DSP>42</DSP>"
+                                "</resources>")));
+  EXPECT_TRUE(qvtest::sameMessage(qvtest::parse<pb::estimatedResources>(
+                                      R"(lut: "12" bram: "20" uram: "30" dsp: "42" reg: "50")"),
+                                  kernel.estimated_resources()));
+  EXPECT_EQ(messages.formats(), (Strings{"@82-157@", "@82-3568@", "@82-160@"}));
+}
+
+TEST_F(KernelSectionTest, LaterEstimateOfAnotherModuleWinsFieldByField) {
+  pb::kernel const kernel =
+      estimateFrom(group(module(record(10, 20, 30, 40, 50) + "<resources/>") + module("")) +
+                   group(module("") + module(record(1, 2, 3, 4, 5))));
+  EXPECT_EQ(kernel.estimated_resources().lut(), "1");
+  EXPECT_EQ(kernel.estimated_resources().reg(), "5");
+  EXPECT_EQ(messages.formats(),
+            (Strings{"@82-159@", "@82-157@", "@82-3568@", "@82-158@", "@82-160@"}));
+}
+
+TEST_F(KernelSectionTest, ReportThatDoesNotReadEndsTheImportNamingFileAndLine) {
+  write("k/k.design.xml", "<profile>\n<moduleInformation>\n</profile>\n");
+  try {
+    visitor.populateKernelEstimatedResources(kernelBuilder(), kernel());
+    FAIL() << "no error";
+  } catch (std::runtime_error const& error) {
+    EXPECT_EQ(std::string(error.what()).rfind(directory.file("k") + "/k.design.xml:3: ", 0), 0u)
+        << error.what();
+  }
+}
+
+TEST_F(KernelSectionTest, PeriodOfFourGives250) {
+  EXPECT_TRUE(qvtest::sameMessage(
+      qvtest::parse<pb::kernel>(R"(clock_refs { name: "ap_clk" requested_frequency: 250 })"),
+      clockFrom(R"({"ClockInfo": {"ClockName": "ap_clk", "ClockPeriod": "4.0"}})")));
+  EXPECT_EQ(messages.sent(), Strings{});
+}
+
+TEST_F(KernelSectionTest, FrequencyIsOneThousandOverThePeriodInDoublePrecision) {
+  pb::kernel const kernel =
+      clockFrom(R"({"ClockInfo": {"ClockName": "c", "ClockPeriod": 3.333, "Other": 1}})");
+  ASSERT_EQ(kernel.clock_refs_size(), 1);
+  EXPECT_EQ(kernel.clock_refs(0).requested_frequency(), (1.0 / 3.333) * 1000.0);
+  EXPECT_EQ(kernel.clock_refs(0).clock_id(), "");
+  EXPECT_EQ(kernel.clock_refs(0).achieved_frequency(), 0.0);
+}
+
+TEST_F(KernelSectionTest, PeriodOfZeroGivesInfinityAndItIsStored) {
+  pb::kernel const kernel = clockFrom(R"({"ClockInfo": {"ClockName": "c", "ClockPeriod": "0"}})");
+  ASSERT_EQ(kernel.clock_refs_size(), 1);
+  EXPECT_EQ(kernel.clock_refs(0).requested_frequency(), std::numeric_limits<double>::infinity());
+}
+
+TEST_F(KernelSectionTest, MissingKernelJsonAddsNoClockAndNoMessage) {
+  auto const target = kernelBuilder();
+  visitor.populateKernelClockRefs(target, kernel());
+  EXPECT_EQ(target->message()->clock_refs_size(), 0);
+  EXPECT_EQ(messages.sent(), Strings{});
+}
+
+TEST_F(KernelSectionTest, KernelJsonThatIsNotJsonAddsNoClockAndNoMessage) {
+  EXPECT_EQ(clockFrom(R"({"ClockInfo": {"ClockName": "c", )").clock_refs_size(), 0);
+  EXPECT_EQ(messages.sent(), Strings{});
+}
+
+TEST_F(KernelSectionTest, KernelJsonWithoutClockInfoEndsTheImportNamingTheFile) {
+  try {
+    clockFrom(R"({"Clock": {"ClockName": "c", "ClockPeriod": "4"}})");
+    FAIL() << "no error";
+  } catch (boost::property_tree::ptree_bad_path const& error) {
+    EXPECT_EQ(std::string(error.what()),
+              directory.file("k") + "/kernel.json: No such node (ClockInfo.ClockName)");
+  }
+  EXPECT_THROW(clockFrom(R"({"ClockInfo": {"ClockName": "c"}})"),
+               boost::property_tree::ptree_bad_path);
+  EXPECT_EQ(messages.sent(), Strings{});
+}
+
+TEST_F(KernelSectionTest, PeriodThatIsNotANumberEndsTheImport) {
+  try {
+    clockFrom(R"({"ClockInfo": {"ClockName": "c", "ClockPeriod": "4ns"}})");
+    FAIL() << "no error";
+  } catch (boost::property_tree::ptree_bad_data const& error) {
+    EXPECT_EQ(std::string(error.what()),
+              directory.file("k") + "/kernel.json: ClockInfo.ClockPeriod is not a number");
+  }
+}
+
+TEST_F(KernelSectionTest, KernelJsonWithoutClockInfoFailsTheWholeImport) {
+  write("k/kernel.json", R"({"Clock": {}})");
+  EXPECT_THROW(import(rtdText("", "", ""), platformFile(),
+                      write("kernels.txt", "k,hls," + directory.file("k"))),
+               boost::property_tree::ptree_bad_path);
 }
 
 }  // namespace

@@ -17,6 +17,7 @@
 #include "tests/support/Messages.h"
 #include "tests/support/Requests.h"
 #include "tests/support/TempDir.h"
+#include "tests/support/WorkingDirectory.h"
 
 namespace {
 
@@ -100,6 +101,8 @@ class FlowReportRequestsTest : public ::testing::Test {
     ASSERT_STATUS(send(read), 200);
   }
 
+  // The example's kernels file names its kernel directories relative to examples/design.
+  qvtest::WorkingDirectory workingDirectory{exampleFile("design")};
   dispatch::server::ConnectionMgr connections;
   IPA::SystemDiagramHandler handler;
   qvtest::TempDir dir;
@@ -116,15 +119,13 @@ std::string const kHeading =
 
 TEST_F(FlowReportRequestsTest, ReportOfTheExampleDesignWithConnectionsClocksAndUtilization) {
   importExample();
-  // What the later flow steps add: the kernels' compile-time clocks, the compute units' link
-  // clocks, resets and SLR use, and the connections to the platform's IP.
-  for (char const* text : {
-           R"(kernel { name: "vadd" clock_refs { name: "ap_clk" requested_frequency: 300 } })",
-           R"(kernel { name: "mmult" clock_refs { name: "ap_clk" requested_frequency: 300 }
-                       clock_refs { name: "ap_clk_2" requested_frequency: 500 } })",
-       }) {
-    ASSERT_STATUS(send(parse<wire::UpsertKernel>(text)), 200) << text;
-  }
+  // The import gave each kernel the clock of its kernel.json. What the later flow steps add:
+  // mmult's second clock, the compute units' link clocks, resets and SLR use, and the
+  // connections to the platform's IP.
+  ASSERT_STATUS(send(parse<wire::UpsertKernel>(
+                    R"(kernel { name: "mmult" clock_refs { name: "ap_clk_2"
+                                                           requested_frequency: 500 } })")),
+                200);
   for (char const* text : {
            R"(computeUnit { name: "vadd_1"
                 clock_refs { name: "ap_clk" requested_frequency: 300 achieved_frequency: 287.5 }
@@ -166,6 +167,29 @@ TEST_F(FlowReportRequestsTest, ReportOfTheExampleDesignWithConnectionsClocksAndU
             "SYSTEM_DIAGRAM_HANDLER: Entering handleWriteFlowReportRequest\n"
             "SYSTEM_DIAGRAM_HANDLER: Leaving handleWriteFlowReportRequest\n");
   EXPECT_GOLDEN(report(), "flow_report_example.txt");
+}
+
+TEST_F(FlowReportRequestsTest, ClockSummaryTakesTheCompileFrequencyFromKernelJson) {
+  importExample();
+  // Linked at 450 MHz; producer's kernel.json says it was compiled for a 2 ns period.
+  ASSERT_STATUS(send(parse<wire::UpdateComputeUnit>(
+                    R"(computeUnit { name: "producer_1"
+                         clock_refs { name: "ap_clk" requested_frequency: 450 } })")),
+                200);
+  EXPECT_STATUS(send(write()), 200);
+  std::string const text = report();
+  std::string const table = text.substr(text.find("5. Clock Summary"));
+  EXPECT_EQ(table.substr(0, table.find("\n\n", table.find("PL")) + 2),
+            "5. Clock Summary\n"
+            "================\n"
+            "\n"
+            "PL\n"
+            "+------------+----------+------------+---------------+------------+\n"
+            "| Instance   | Kernel   | Clock Port | Compile (MHz) | Link (MHz) |\n"
+            "+------------+----------+------------+---------------+------------+\n"
+            "| producer_1 | producer | ap_clk     | 500.00        | 450.00     |\n"
+            "+------------+----------+------------+---------------+------------+\n"
+            "\n");
 }
 
 TEST_F(FlowReportRequestsTest, DiagramWithoutBuildSectionHasTitlesOneToFiveOnly) {

@@ -2,6 +2,7 @@
 
 #include <google/protobuf/util/json_util.h>
 
+#include <cstdio>
 #include <fstream>
 #include <iomanip>
 #include <set>
@@ -19,6 +20,31 @@ void line(std::ostream& out, char const* what, std::string const& value) {
   out << "  " << std::left << std::setw(17) << what << value << '\n';
 }
 
+std::string megahertz(double frequency) {
+  char text[64];
+  std::snprintf(text, sizeof text, "%.2f MHz", frequency);
+  return text;
+}
+
+DiagramSummary::KernelLine kernelLine(pb::kernel const& kernel) {
+  DiagramSummary::KernelLine line{kernel.name(), "", ""};
+  for (pb::clockRef const& clock : kernel.clock_refs()) {
+    if (!line.clocks.empty()) line.clocks += ", ";
+    line.clocks += clock.name() + " " + megahertz(clock.requested_frequency());
+  }
+  if (line.clocks.empty()) line.clocks = "no clock";
+  if (!kernel.has_estimated_resources()) {
+    line.estimate = "no estimate";
+    return line;
+  }
+  pb::estimatedResources const& estimate = kernel.estimated_resources();
+  auto const count = [](std::string const& value) { return value.empty() ? "-" : value; };
+  line.estimate = "LUT " + count(estimate.lut()) + " REG " + count(estimate.reg()) + " BRAM " +
+                  count(estimate.bram()) + " URAM " + count(estimate.uram()) + " DSP " +
+                  count(estimate.dsp());
+  return line;
+}
+
 }  // namespace
 
 DiagramSummary::DiagramSummary(pb::outerContainer const& diagram) {
@@ -32,6 +58,7 @@ DiagramSummary::DiagramSummary(pb::outerContainer const& diagram) {
   std::set<int> states;
   for (pb::userRegion const& region : root.qrxbin().user_regions()) {
     kernels += static_cast<std::size_t>(region.kernels_size());
+    for (pb::kernel const& kernel : region.kernels()) kernelLines.push_back(kernelLine(kernel));
     computeUnits += static_cast<std::size_t>(region.compute_units_size());
     connections += static_cast<std::size_t>(region.connectivity_size());
     for (pb::computeUnit const& unit : region.compute_units()) {
@@ -74,6 +101,10 @@ void DiagramSummary::print(std::ostream& out) const {
   line(out, "memories",
        std::to_string(memories) + " (" + std::to_string(memoriesInUse) + " in use)");
   line(out, "kernels", std::to_string(kernels));
+  for (KernelLine const& kernel : kernelLines) {
+    out << "    " << std::left << std::setw(14) << kernel.name << ' ' << kernel.clocks << "; "
+        << kernel.estimate << '\n';
+  }
   line(out, "compute units", std::to_string(computeUnits));
   line(out, "connections", std::to_string(connections));
   std::string states;

@@ -28,6 +28,14 @@ class DiagramSummary {
   std::size_t memories = 0;
   std::size_t memoriesInUse = 0;  // used "yes"
   std::size_t kernels = 0;
+  // One line per kernel of every user region, in the diagram's order: its name, its clocks with
+  // the frequency they were compiled for, and its synthesis estimate.
+  struct KernelLine {
+    std::string name;
+    std::string clocks;    // "ap_clk 300.00 MHz, ap_clk_2 500.00 MHz", or "no clock"
+    std::string estimate;  // "LUT 2490 REG 3842 BRAM 2 URAM 0 DSP 0", or "no estimate"
+  };
+  std::vector<KernelLine> kernelLines;
   std::size_t computeUnits = 0;
   std::size_t connections = 0;
   // "Synthesized", "Fully Placed", "Routed" as far as any compute unit has them, in that order.

@@ -57,9 +57,39 @@ TEST_F(DiagramSummaryTest, CountsOverAllUserRegionsAndOrdersStatesAsARun) {
             "  platform         card (1 clocks)\n"
             "  memories         4 (2 in use)\n"
             "  kernels          2\n"
+            "                   no clock; no estimate\n"
+            "                   no clock; no estimate\n"
             "  compute units    2\n"
             "  connections      4\n"
             "  states reported  Synthesized, Routed\n");
+}
+
+TEST_F(DiagramSummaryTest, EachKernelWithItsCompileClocksAndEstimate) {
+  pb::userRegion* user = root.mutable_qrxbin()->add_user_regions();
+  pb::kernel* vadd = user->add_kernels();
+  vadd->set_name("vadd");
+  pb::clockRef* clock = vadd->add_clock_refs();
+  clock->set_name("ap_clk");
+  clock->set_requested_frequency(300.0);
+  clock = vadd->add_clock_refs();
+  clock->set_name("ap_clk_2");
+  clock->set_requested_frequency(1000.0 / 3.0);
+  pb::estimatedResources* estimate = vadd->mutable_estimated_resources();
+  estimate->set_lut("2490");
+  estimate->set_reg("3842");
+  estimate->set_bram("2");
+  estimate->set_dsp("0");
+  user->add_kernels()->set_name("a_kernel_with_a_long_name");
+  EXPECT_EQ(printed(DiagramSummary(diagram)),
+            "  platform         (none) (0 clocks)\n"
+            "  memories         0 (0 in use)\n"
+            "  kernels          2\n"
+            "    vadd           ap_clk 300.00 MHz, ap_clk_2 333.33 MHz; LUT 2490 REG 3842 BRAM 2 "
+            "URAM - DSP 0\n"
+            "    a_kernel_with_a_long_name no clock; no estimate\n"
+            "  compute units    0\n"
+            "  connections      0\n"
+            "  states reported  none\n");
 }
 
 TEST_F(DiagramSummaryTest, PlatformFallsBackToTheBuildsPlatformRecord) {
