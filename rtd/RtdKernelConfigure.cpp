@@ -3,6 +3,7 @@
 #include <boost/algorithm/string/trim.hpp>
 #include <boost/filesystem.hpp>
 #include <boost/shared_ptr.hpp>
+#include <cstdint>
 #include <cstdio>
 #include <fstream>
 #include <utility>
@@ -191,6 +192,9 @@ void RtdKernelConfigure::readKernelsFromSystemCompilerDB(
     for (int j = 0; j < repo->getQdCompNumPorts(component); ++j) {
       mvk::kernel::PortDesc port;
       port.name = repo->getQdCompPortName(component, j);
+      port.mode = repo->getQdCompPortMode(component, port.name);
+      std::int32_t const width = repo->getQdCompPortDataWidth(component, port.name);
+      if (width > 0) port.dataWidth = width;
       port.portType = repo->getQdCompPortType(component, j);
       kernel.ports.push_back(std::move(port));
     }

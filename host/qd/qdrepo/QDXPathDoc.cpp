@@ -5,12 +5,24 @@
 
 #include <cstdio>
 #include <iostream>
+#include <string>
 
 #include "host/qd/qdrepo/QDNamespaces.h"
 #include "service/Log.h"
 
 namespace qd {
 namespace {
+
+// libxml2 would print an expression it cannot evaluate to standard error. Inside a server that
+// is noise for the user of some other tool; the query already answers with its sentinel, so the
+// parser's own words go to the DEBUG log, where someone tracing a query finds them.
+void logXPathError(void*, xmlErrorPtr error) {
+  if (error == nullptr || error->message == nullptr) return;
+  std::string message = error->message;
+  while (!message.empty() && message.back() == '\n') message.pop_back();
+  Log(logDEBUG, 1000) << "XPath: " << message << (error->str1 ? ": " : "")
+                      << (error->str1 ? error->str1 : "");
+}
 
 // The text of a node as the repository reads it: the content of its first child, which for an
 // attribute node is its value. An attribute with an empty value has no child and reads as "".
@@ -122,6 +134,7 @@ bool QDXPathDoc::parseFile() {
     doc = nullptr;
     return false;
   }
+  xpathContext->error = logXPathError;
   return true;
 }
 
@@ -194,6 +207,9 @@ std::vector<std::string> QDXPathDoc::stringListQuery(std::string const& expressi
 bool QDXPathDoc::queryDocInteractive() {
   static char const* const kPrompt = "Enter XPath expression (-q to exit): ";
   std::cout << kPrompt;
+  // A person typing expressions wants libxml2's own account of a mistake, caret and all.
+  xmlStructuredErrorFunc const quiet = xpathContext->error;
+  xpathContext->error = nullptr;
   std::string line;
   while (std::getline(std::cin, line) && line != "-q" && line != "q") {
     std::cout << "evaluating " << line << std::endl;
@@ -204,6 +220,7 @@ bool QDXPathDoc::queryDocInteractive() {
     xmlXPathFreeObject(result);
     std::cout << kPrompt;
   }
+  xpathContext->error = quiet;
   std::cout << std::endl;
   return true;
 }
