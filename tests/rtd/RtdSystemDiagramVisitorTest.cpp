@@ -287,6 +287,14 @@ TEST_F(RtdSystemDiagramVisitorTest, PlatformGivenAsTextIsCheckedAfterTheVersionA
                boost::property_tree::json_parser::json_parser_error);
 }
 
+// A fuzzing finding: a platform description of 200,000 "[" overflowed the parser's stack.
+TEST_F(RtdSystemDiagramVisitorTest, PlatformNestedTooDeepEndsTheImportAsBadJson) {
+  std::string const path = directory.file("deep.json");
+  std::ofstream(path) << std::string(200000, '[');
+  EXPECT_THROW(import(rtdText("", "", ""), path),
+               boost::property_tree::json_parser::json_parser_error);
+}
+
 TEST_F(VisitorOperationsTest, PlatformValuesReturnsTheTextAsStored) {
   std::string const path = directory.file("exact.json");
   std::ofstream(path) << kPlatform;
