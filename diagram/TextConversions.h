@@ -3,6 +3,7 @@
 #define DIAGRAM_TEXTCONVERSIONS_H_
 
 #include <boost/property_tree/ptree.hpp>
+#include <istream>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -38,7 +39,20 @@ std::string doubleToString(double value);
 // "" gives one empty piece.
 std::vector<std::string> splitKeepingEmpty(std::string const& text, char separator);
 
-// JSON text to a property tree; throws boost::property_tree::json_parser_error on bad JSON.
+// The deepest nesting of arrays and objects that the JSON readers of this library accept. Boost's
+// JSON parser, and the property tree it builds, recurse once per level on the thread's stack, so
+// a file of a few hundred kilobytes of "[" would end the server with a stack overflow. The real
+// files nest less than ten deep; 100 is also the limit of the protobuf reader of stored diagrams.
+constexpr int kMaxJsonNesting = 100;
+
+// Reads `in` to its end as JSON into `tree`, as boost::property_tree::read_json does. Throws
+// boost::property_tree::json_parser_error on bad JSON, and also, before anything is parsed, for
+// a text that nests arrays and objects more than kMaxJsonNesting deep ("nesting deeper than 100
+// levels", with the line where it goes deeper). Brackets inside strings do not count.
+void readJsonTree(std::istream& in, boost::property_tree::ptree& tree);
+
+// JSON text to a property tree through readJsonTree; throws
+// boost::property_tree::json_parser_error on bad JSON.
 boost::property_tree::ptree makePropertyTree(std::string const& json);
 
 }  // namespace IPA

@@ -1,12 +1,10 @@
 #include "resources/ActualResourcesTree.h"
 
-#include <boost/property_tree/json_parser.hpp>
+#include "diagram/TextConversions.h"
 
 namespace IPA {
 
-ActualResourcesTree::ActualResourcesTree(std::istream& document) {
-  boost::property_tree::read_json(document, tree);
-}
+ActualResourcesTree::ActualResourcesTree(std::istream& document) { readJsonTree(document, tree); }
 
 boost::property_tree::ptree& ActualResourcesTree::propertyTree() { return tree; }
 

@@ -83,9 +83,19 @@ RtdSystemDiagramVisitor::RtdSystemDiagramVisitor(
 void RtdSystemDiagramVisitor::visit(RtdTree& tree) {
   // 1. Nothing is asked of the platform for a file of the wrong version.
   checkRtdSchemaVersion(tree);
+  populateFromPlatformText(tree, platformValues());
+}
 
+void RtdSystemDiagramVisitor::visitWithPlatformText(RtdTree& tree,
+                                                    std::string const& platformText) {
+  checkRtdSchemaVersion(tree);
+  populateFromPlatformText(tree, platformText);
+}
+
+void RtdSystemDiagramVisitor::populateFromPlatformText(RtdTree const& tree,
+                                                       std::string const& platformText) {
   // 2. and 3. The platform section.
-  ptree const platformTree = platformPropertyTree();
+  ptree const platformTree = makePropertyTree(platformText);
   std::shared_ptr<QsaBuilder> const qsaBuilder = generateAndPopulateQsaBuilder(platformTree);
   populateQsaGeneratedByBuilder(qsaBuilder, platformTree);
   populateQsaBoardBuilder(qsaBuilder, platformTree);
@@ -142,7 +152,7 @@ void RtdSystemDiagramVisitor::visit(RtdTree& tree) {
   auto const availableResources = std::make_shared<QrxBinAvailableResourceBuilder>(
       *builder.getQrxBinBuilder(), builder.getRoot(), userRegion);
   populateUserRegionAvailableResources(platformTree, availableResources);
-  UserRegionAvailableResourcesSlrPopulator populator(makePropertyTree(platformValues()));
+  UserRegionAvailableResourcesSlrPopulator populator(makePropertyTree(platformText));
   populator.populateUserRegionAvailableResourcesSlr(availableResources);
 }
 

@@ -47,6 +47,11 @@ class RtdSystemDiagramVisitor : public RtdTreeVisitor {
   // that generated the binary, the user region, its compute units, its connections, the kernels,
   // the region's resource totals and its resources per SLR.
   void visit(RtdTree& tree) override;
+  // The same walk with the platform's JSON text given by the caller instead of fetched through
+  // the process-wide cache: for a caller that holds the text already and must not leave one
+  // cache entry behind per text, like the fuzz target of platform descriptions. The schema
+  // version is still checked first, and bad JSON throws json_parser_error as in visit.
+  void visitWithPlatformText(RtdTree& tree, std::string const& platformText);
 
   // Returns when the tree's version is supported; otherwise throws std::runtime_error
   // "Unsupported rtd file schema.  The supported schema is: <x.y.z>.  The version found is
@@ -124,6 +129,8 @@ class RtdSystemDiagramVisitor : public RtdTreeVisitor {
       std::shared_ptr<QrxBinAvailableResourceBuilder> availableResources);
 
  private:
+  // Steps 2 to 12 of visit, from the platform's text.
+  void populateFromPlatformText(RtdTree const& tree, std::string const& platformText);
   // One compute unit per IP entry whose name has a colon, numbered by a counter of compute
   // units only.
   void populateComputeUnits(RtdTree const& tree,

@@ -4,6 +4,7 @@
 #include <boost/property_tree/ptree.hpp>
 #include <utility>
 
+#include "diagram/TextConversions.h"
 #include "rtd/RtdConnectivityBuilder.h"
 #include "rtd/RtdIpLayoutBuilder.h"
 #include "rtd/RtdMemTopologyBuilder.h"
@@ -14,7 +15,7 @@ namespace IPA {
 void RtdTreeBuilder::deSerialize(std::istream& in) {
   // The parsed file lives only for this call; the parts keep copies of the texts they need.
   boost::property_tree::ptree tree;
-  boost::property_tree::read_json(in, tree);
+  readJsonTree(in, tree);
 
   // The order of the reads decides which missing path a broken file is refused with.
   auto version = RtdSchemaVersionBuilder(tree).build();

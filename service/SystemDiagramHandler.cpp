@@ -9,6 +9,7 @@
 #include <string>
 
 #include "diagram/FStreamFinalizer.h"
+#include "diagram/TextConversions.h"
 #include "platform/dispatch/Logger.h"
 #include "proto/system_diagram_server.pb.h"
 #include "service/ScopedDebugLog.h"
@@ -294,7 +295,7 @@ void SystemDiagramHandler::handleUtilizationDuringBrenloRunRequest(
     FStreamFinalizer<std::ifstream> finalizer(in);
     if (!in.is_open()) throw std::runtime_error("Could not open " + path + " for reading.");
     boost::property_tree::ptree report;
-    boost::property_tree::read_json(in, report);
+    readJsonTree(in, report);
     SystemDiagram& diagram = getDiagramForSession(sessionUuid);
 
     // The walk keeps the last value of each name it passed, in file order, and never resets

@@ -61,8 +61,9 @@ Logger& Logger::operator<<(std::ostream& (*manipulator)(std::ostream&)) {
 std::array<std::unique_ptr<Logger>, Logger::kNumLevels>& Logger::all() {
   static std::array<std::unique_ptr<Logger>, kNumLevels> loggers = [] {
     std::array<std::unique_ptr<Logger>, kNumLevels> made;
-    for (LogLevel level = 0; level < kNumLevels; ++level) {
-      made[static_cast<std::size_t>(level)].reset(new Logger(level));  // private constructor
+    // Not named `level`, which clang's -Wshadow takes for the member of that name.
+    for (LogLevel each = 0; each < kNumLevels; ++each) {
+      made[static_cast<std::size_t>(each)].reset(new Logger(each));  // private constructor
     }
     return made;
   }();

@@ -1,12 +1,13 @@
 #include "diagram/TextConversions.h"
 
-#include <cstdint>
-#include <limits>
-#include <string>
+#include <gtest/gtest.h>
 
 #include <boost/property_tree/json_parser.hpp>
 #include <boost/property_tree/ptree.hpp>
-#include <gtest/gtest.h>
+#include <cstdint>
+#include <limits>
+#include <sstream>
+#include <string>
 
 namespace {
 
@@ -73,14 +74,12 @@ TEST_F(TextConversionsTest, IntegerToTextGivesTheDecimalText) {
   EXPECT_EQ(IPA::integerToText(42u), "42");
   EXPECT_EQ(IPA::integerToText(42), "42");
   EXPECT_EQ(IPA::integerToText(std::uint32_t{4294967295u}), "4294967295");
-  EXPECT_EQ(IPA::integerToText(std::numeric_limits<std::uint64_t>::max()),
-            "18446744073709551615");
+  EXPECT_EQ(IPA::integerToText(std::numeric_limits<std::uint64_t>::max()), "18446744073709551615");
 }
 
 TEST_F(TextConversionsTest, IntegerToTextOfANegativeNumberHasItsSign) {
   EXPECT_EQ(IPA::integerToText(-5), "-5");
-  EXPECT_EQ(IPA::integerToText(std::int64_t{-9223372036854775807LL - 1}),
-            "-9223372036854775808");
+  EXPECT_EQ(IPA::integerToText(std::int64_t{-9223372036854775807LL - 1}), "-9223372036854775808");
 }
 
 TEST_F(TextConversionsTest, IntegerToTextIsReadBackByTextToInteger) {
@@ -153,6 +152,55 @@ TEST_F(TextConversionsTest, MakePropertyTreeRefusesBadJson) {
     SCOPED_TRACE(row.desc);
     EXPECT_THROW(IPA::makePropertyTree(row.json), boost::property_tree::json_parser_error);
   }
+}
+
+// ---- Nesting ----
+
+std::string nested(int depth) {
+  return std::string(static_cast<std::size_t>(depth), '[') +
+         std::string(static_cast<std::size_t>(depth), ']');
+}
+
+TEST_F(TextConversionsTest, ReadJsonTreeReadsAsReadJsonDoes) {
+  std::istringstream in(R"({"a": {"b": "text"}, "list": [1, "two"]})");
+  boost::property_tree::ptree tree;
+  IPA::readJsonTree(in, tree);
+  EXPECT_EQ(tree.get<std::string>("a.b"), "text");
+  EXPECT_EQ(tree.get_child("list").size(), 2u);
+}
+
+TEST_F(TextConversionsTest, NestingUpToTheLimitIsRead) {
+  EXPECT_NO_THROW(IPA::makePropertyTree(nested(IPA::kMaxJsonNesting)));
+}
+
+TEST_F(TextConversionsTest, NestingPastTheLimitIsRefusedWithTheParserError) {
+  try {
+    IPA::makePropertyTree("{\"a\":\n" + nested(IPA::kMaxJsonNesting) + "}");
+    FAIL() << "no exception";
+  } catch (boost::property_tree::json_parser_error const& error) {
+    EXPECT_STREQ(error.what(), "<unspecified file>(2): nesting deeper than 100 levels");
+  }
+}
+
+// Found by feeding the fuzz targets of the rtd file, the actual resources document and the
+// platform description a file of 200,000 "[": the parser recursed once per level until the
+// stack overflowed and the process died. It must be refused like any other bad JSON.
+TEST_F(TextConversionsTest, TwoHundredThousandOpenBracketsAreRefusedNotACrash) {
+  EXPECT_THROW(IPA::makePropertyTree(std::string(200000, '[')),
+               boost::property_tree::json_parser_error);
+  EXPECT_THROW(IPA::makePropertyTree(nested(200000)), boost::property_tree::json_parser_error);
+  std::string objects;
+  for (int i = 0; i < 200000; ++i) objects += "{\"a\":";
+  EXPECT_THROW(IPA::makePropertyTree(objects), boost::property_tree::json_parser_error);
+}
+
+TEST_F(TextConversionsTest, BracketsInsideStringsDoNotCount) {
+  std::string const deep(1000, '[');
+  boost::property_tree::ptree const tree =
+      IPA::makePropertyTree(R"({"a": ")" + deep + R"(", "b": "\"[[[", "c": "{{{\\"})");
+  EXPECT_EQ(tree.get<std::string>("a"), deep);
+  EXPECT_EQ(tree.get<std::string>("b"), "\"[[[");
+  EXPECT_EQ(tree.get<std::string>("c"), "{{{\\");
 }
 
 }  // namespace

@@ -61,6 +61,12 @@ TEST_F(ActualResourcesTreeTest, InvalidJsonThrowsTheParserError) {
   EXPECT_THROW(ActualResourcesTree tree(in), boost::property_tree::json_parser_error);
 }
 
+// A fuzzing finding: a document of 200,000 "[" overflowed the stack of the parser.
+TEST_F(ActualResourcesTreeTest, NestingTooDeepThrowsTheParserErrorInsteadOfEndingTheProcess) {
+  std::istringstream in(std::string(200000, '['));
+  EXPECT_THROW(ActualResourcesTree tree(in), boost::property_tree::json_parser_error);
+}
+
 TEST_F(ActualResourcesTreeTest, EmptyStreamThrowsTheParserError) {
   std::istringstream in("");
   EXPECT_THROW(ActualResourcesTree tree(in), boost::property_tree::json_parser_error);

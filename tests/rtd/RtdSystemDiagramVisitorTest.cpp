@@ -263,6 +263,44 @@ TEST_F(RtdSystemDiagramVisitorTest, PlatformThatIsNotJsonEndsTheImportAndStaysCa
                boost::property_tree::json_parser::json_parser_error);
 }
 
+// ---- The platform given as text ----
+
+TEST_F(RtdSystemDiagramVisitorTest, PlatformGivenAsTextMakesTheSameDiagramAsTheFetchedOne) {
+  std::string const rtd =
+      rtdText(memory("MEM_DDR4", "DDR[0]", "DDR[0]"), ip("vadd:vadd_1"), connection("0", "0"));
+  pb::outerContainer const fetched = import(rtd, platformFile());
+
+  auto const root = std::make_shared<pb::outerContainer>();
+  IPA::ProfileAnalyzerSystemDiagramBuilder builder(root);
+  // A name that no file has: the text given is all the walk reads.
+  RtdSystemDiagramVisitor visitor(builder, "no-such-platform", "gen", "1.2", "cl9", "ts",
+                                  "detail a", "detail b", true, "kernels.txt", "the label", "");
+  visitor.visitWithPlatformText(*tree(rtd), kPlatform);
+  EXPECT_EQ(root->SerializeAsString(), fetched.SerializeAsString());
+  EXPECT_EQ(root->system_diagram_metadata().qsa().vendor(), "qv");
+}
+
+TEST_F(RtdSystemDiagramVisitorTest, PlatformGivenAsTextIsCheckedAfterTheVersionAndMustBeJson) {
+  auto const root = std::make_shared<pb::outerContainer>();
+  IPA::ProfileAnalyzerSystemDiagramBuilder builder(root);
+  RtdSystemDiagramVisitor visitor(builder, "", "", "", "", "", "", "", false, "", "", "");
+  EXPECT_THROW(
+      visitor.visitWithPlatformText(
+          *tree(rtdText("", "", "", R"("major": "1", "minor": "2", "patch": "3")")), "{ not json"),
+      std::runtime_error);
+  EXPECT_FALSE(root->system_diagram_metadata().has_qsa());
+  EXPECT_THROW(visitor.visitWithPlatformText(*tree(rtdText("", "", "")), "{ not json"),
+               boost::property_tree::json_parser::json_parser_error);
+}
+
+// A fuzzing finding: a platform description of 200,000 "[" overflowed the parser's stack.
+TEST_F(RtdSystemDiagramVisitorTest, PlatformNestedTooDeepEndsTheImportAsBadJson) {
+  std::string const path = directory.file("deep.json");
+  std::ofstream(path) << std::string(200000, '[');
+  EXPECT_THROW(import(rtdText("", "", ""), path),
+               boost::property_tree::json_parser::json_parser_error);
+}
+
 TEST_F(VisitorOperationsTest, PlatformValuesReturnsTheTextAsStored) {
   std::string const path = directory.file("exact.json");
   std::ofstream(path) << kPlatform;

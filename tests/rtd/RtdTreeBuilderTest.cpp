@@ -1,3 +1,5 @@
+#include "rtd/RtdTreeBuilder.h"
+
 #include <gtest/gtest.h>
 
 #include <boost/property_tree/exceptions.hpp>
@@ -12,7 +14,6 @@
 #include "rtd/RtdIpData.h"
 #include "rtd/RtdMemData.h"
 #include "rtd/RtdTree.h"
-#include "rtd/RtdTreeBuilder.h"
 #include "tests/rtd/RtdPrint.h"
 
 namespace {
@@ -511,6 +512,21 @@ TEST_F(RtdTreeBuilderTest, TextThatIsNotJsonThrowsJsonParserError) {
     IPA::RtdTreeBuilder builder;
     EXPECT_THROW(builder.deSerialize(in), boost::property_tree::json_parser::json_parser_error);
   }
+}
+
+// A fuzzing finding: 200,000 "[" in the file overflowed the parser's stack and ended the
+// process; deep nesting anywhere in the file is refused as bad JSON instead, before anything is
+// read, and the builder keeps what it had.
+TEST_F(RtdTreeBuilderTest, NestingTooDeepThrowsJsonParserErrorInsteadOfEndingTheProcess) {
+  std::string deepMemories = R"({"m_count": "1", "m_mem_data": [)";
+  deepMemories += std::string(200000, '[');
+  std::istringstream in(file(deepMemories));
+  IPA::RtdTreeBuilder builder;
+  EXPECT_THROW(builder.deSerialize(in), boost::property_tree::json_parser::json_parser_error);
+  EXPECT_EQ(builder.build()->memTopology, nullptr);
+
+  std::istringstream brackets(std::string(200000, '['));
+  EXPECT_THROW(builder.deSerialize(brackets), boost::property_tree::json_parser::json_parser_error);
 }
 
 // --- What JSON leaves open ------------------------------------------------------------------

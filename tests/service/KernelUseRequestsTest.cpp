@@ -370,6 +370,16 @@ TEST_F(UtilizationFilesTest, FileThatIsNotJsonIsAnswered500) {
   EXPECT_EQ(entries(), Entries{});
 }
 
+// A fuzzing finding: a file of 200,000 "[" overflowed the stack of the JSON parser and took the
+// server down. It is bad JSON like any other.
+TEST_F(UtilizationFilesTest, FileNestedTooDeepIsAnswered500) {
+  std::string const path = writeFile("deep.json", std::string(200000, '['));
+  LoggerCapture log(dispatch::server::kLogException);
+  EXPECT_STATUS(send(files({path})), 500);
+  EXPECT_NE(log.text().find("nesting deeper than 100 levels"), std::string::npos) << log.text();
+  EXPECT_EQ(entries(), Entries{});
+}
+
 TEST_F(UtilizationFilesTest, UnknownSessionIsAnswered500AfterTheFileWasRead) {
   std::string const broken = writeFile("broken.json", "not json");
   LoggerCapture log(dispatch::server::kLogException);

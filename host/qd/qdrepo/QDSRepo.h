@@ -25,6 +25,7 @@
 #include <cstdlib>
 #include <map>
 #include <memory>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -38,9 +39,20 @@
 
 namespace qd {
 
+// What QDREPO_VERIFY throws instead of ending the process, in the fuzz build only (below).
+class EquivalencyViolation : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
 // Ends the process when the XPath answer `xpath` and the cached answer `cached` of `query`
 // differ, after the line "ERROR: [Morvane 83-9999] Equivalency violation found for <query>
 // <xpath>!=<cached>[: <extra>]". Booleans print as 0 and 1.
+//
+// The fuzz build (QV_BUILD_FUZZ) defines QV_REPOSITORY_DISAGREEMENT_THROWS, and then the same
+// line is followed by an EquivalencyViolation instead of the exit: a disagreement is the designed
+// end of a bad repository, not a finding, and the fuzz target catches it to go on with the next
+// input. Every other build, the product's included, keeps the exit.
 template <class T>
 void QDREPO_VERIFY(std::string const& query, T const& xpath, T const& cached,
                    std::string const& extra) {
@@ -50,7 +62,11 @@ void QDREPO_VERIFY(std::string const& query, T const& xpath, T const& cached,
     line << "Equivalency violation found for " << query << " " << xpath << "!=" << cached;
     if (!extra.empty()) line << ": " << extra;
   }
+#ifdef QV_REPOSITORY_DISAGREEMENT_THROWS
+  throw EquivalencyViolation("Equivalency violation found for " + query);
+#else
   std::exit(-1);
+#endif
 }
 
 class QV_EXPORT QDSRepo {
