@@ -14,9 +14,10 @@
 //     throw qd::EquivalencyViolation instead (QV_REPOSITORY_DISAGREEMENT_THROWS, set by
 //     QV_BUILD_FUZZ alone), which ends the input here. Built without it, as the plain build's
 //     replay of the seeds is, the example files agree and nothing exits.
-//   - The assertion of the SmartConnect adapter queries and the exit of the SP tag auto enable
-//     query: neither family is in the library yet, and this mix asks nothing of them. Whoever
-//     adds them keeps them out of this target, or routes their stop through the same switch.
+//   - isQdCompSCAdapter, whose assertions abort on a generated adapter that is not an
+//     accelerator adapter, and getSpTagAutoEnable, which exits on a ranged tag that names no
+//     memory object: both stops are the designed answer to a broken database. No other query
+//     calls them, and this mix does not ask them.
 #include <algorithm>
 #include <boost/property_tree/exceptions.hpp>
 #include <cstddef>

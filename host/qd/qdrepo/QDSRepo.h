@@ -25,11 +25,11 @@
 #include <cstdlib>
 #include <map>
 #include <memory>
-#include <stdexcept>
 #include <string>
 #include <vector>
 
 #include "host/qd/qdrepo/Component.h"
+#include "host/qd/qdrepo/EquivalencyViolation.h"
 #include "host/qd/qdrepo/QDEnumerations.h"
 #include "host/qd/qdrepo/QDXPathDoc.h"
 #include "host/qd/qdrepo/oclPipe.h"
@@ -38,12 +38,6 @@
 #include "service/Log.h"
 
 namespace qd {
-
-// What QDREPO_VERIFY throws instead of ending the process, in the fuzz build only (below).
-class EquivalencyViolation : public std::runtime_error {
- public:
-  using std::runtime_error::runtime_error;
-};
 
 // Ends the process when the XPath answer `xpath` and the cached answer `cached` of `query`
 // differ, after the line "ERROR: [Morvane 83-9999] Equivalency violation found for <query>
