@@ -49,15 +49,33 @@ std::string component(int c) { return "comp_" + std::to_string(c); }
 std::string function(int f) { return "fcn_" + std::to_string(f); }
 std::string port(int p) { return "port_" + std::to_string(p); }
 
+// A file "qd_ip_db.xml" in a directory of its own under the system's temporary directory, both
+// removed when this goes.
+class ScratchDatabaseFile {
+ public:
+  explicit ScratchDatabaseFile(std::string const& directory)
+      : dir_(fs::temp_directory_path() / (directory + "-" + std::to_string(::getpid()))),
+        path_((dir_ / "qd_ip_db.xml").string()) {
+    fs::create_directories(dir_);
+  }
+  ~ScratchDatabaseFile() {
+    std::error_code ignored;
+    fs::remove_all(dir_, ignored);
+  }
+  ScratchDatabaseFile(ScratchDatabaseFile const&) = delete;
+  ScratchDatabaseFile& operator=(ScratchDatabaseFile const&) = delete;
+  std::string const& path() const { return path_; }
+
+ private:
+  fs::path dir_;
+  std::string path_;
+};
+
 // Writes a database of `components` components and `functions` functions, removed at exit.
 class Database {
  public:
-  Database(int components, int functions) {
-    dir_ = fs::temp_directory_path() /
-           ("qv-repo-bench-" + std::to_string(::getpid()) + "-" + std::to_string(functions));
-    fs::create_directories(dir_);
-    path_ = (dir_ / "qd_ip_db.xml").string();
-    std::ofstream out(path_);
+  Database(int components, int functions) : file_("qv-repo-bench-" + std::to_string(functions)) {
+    std::ofstream out(file_.path());
     out << "<?xml version=\"1.0\"?>\n<qd:repository xmlns:qd=\"urn:quarrix:qd\">\n";
     out << "<qd:component qd:name=\"platform\" qd:type=\"platform\"><qd:platformInfo>"
            "<qd:systemClocks qd:defaultClock=\"0\">";
@@ -90,15 +108,10 @@ class Database {
     }
     out << "</qd:repository>\n";
   }
-  ~Database() {
-    std::error_code ignored;
-    fs::remove_all(dir_, ignored);
-  }
-  std::string const& path() const { return path_; }
+  std::string const& path() const { return file_.path(); }
 
  private:
-  fs::path dir_;
-  std::string path_;
+  ScratchDatabaseFile file_;
 };
 
 Database const& database() {
@@ -294,11 +307,8 @@ constexpr int kTagIndices = 512;
 
 class TagDatabase {
  public:
-  TagDatabase() {
-    dir_ = fs::temp_directory_path() / ("qv-repo-bench-tags-" + std::to_string(::getpid()));
-    fs::create_directories(dir_);
-    path_ = (dir_ / "qd_ip_db.xml").string();
-    std::ofstream out(path_);
+  TagDatabase() : file_("qv-repo-bench-tags") {
+    std::ofstream out(file_.path());
     out << "<?xml version=\"1.0\"?>\n<qd:repository xmlns:qd=\"urn:quarrix:qd\">\n";
     out << "<qd:component qd:name=\"platform\" qd:type=\"platform\"><qd:platformInfo>"
            "<qd:systemClocks qd:defaultClock=\"0\"><qd:clock qd:name=\"clk_0\" qd:id=\"0\""
@@ -322,15 +332,10 @@ class TagDatabase {
     }
     out << "</qd:repository>\n";
   }
-  ~TagDatabase() {
-    std::error_code ignored;
-    fs::remove_all(dir_, ignored);
-  }
-  std::string const& path() const { return path_; }
+  std::string const& path() const { return file_.path(); }
 
  private:
-  fs::path dir_;
-  std::string path_;
+  ScratchDatabaseFile file_;
 };
 
 TagDatabase const& tagDatabase() {
