@@ -70,11 +70,13 @@ class RtdKernelConfigure {
   static constexpr char const* connectToDispatchServiceWorkerId = "DispatchServiceWorker";
 
  private:
+  // Only the instances are read; the rest is carried for callers that pass a link's kernel
+  // options along, which is what the attribute tells the compiler.
   std::vector<std::string> const& kernelInstances;
-  std::vector<std::string> const& kernelOptions;
-  std::vector<std::string> const& kernelSources;
+  [[maybe_unused]] std::vector<std::string> const& kernelOptions;
+  [[maybe_unused]] std::vector<std::string> const& kernelSources;
   std::string outputDirectory;
-  bool verbose;
+  [[maybe_unused]] bool verbose;
 };
 
 }  // namespace IPA
