@@ -18,6 +18,7 @@
 #include "diagram/QrxBinKernelBuilder.h"
 #include "diagram/QrxBinUserRegionBuilder.h"
 #include "fuzz/FuzzSupport.h"
+#include "platform/lmx60/lmx_exception.h"
 #include "platform/ombro/Kernel.h"
 #include "rtd/RtdSystemDiagramVisitor.h"
 
@@ -47,6 +48,8 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size
     visitor.populateKernelEstimatedResources(target, kernel);
   } catch (std::runtime_error const&) {
     return 0;  // a report that does not read: the import ends, as documented
+  } catch (lmx60::lmx_exception const&) {
+    return 0;  // a group without a module at its own position: the import ends, as documented
   }
   IPA::ProfileAnalyzerSystemDiagram diagram(root);
   std::ostringstream written;

@@ -110,7 +110,9 @@ class RtdSystemDiagramVisitor : public RtdTreeVisitor {
   // the report is not there. Every resource record writes its own position's value of each list
   // (the first record its first values, the second its second), each of the five under its own
   // guard ("@82-159@" LUT, "@82-157@" BRAM, "@82-3568@" URAM, "@82-158@" DSP, "@82-160@"
-  // registers); the last value that reads wins. A report that does not read ends the import.
+  // registers); the last value that reads wins. A report that does not read ends the import
+  // (std::runtime_error), and so does a module group without a module at its own position
+  // (lmx60::lmx_exception from GetModule).
   void populateKernelEstimatedResources(std::shared_ptr<QrxBinKernelBuilder> kernelBuilder,
                                         OmbroCommonUtils::Kernel const& kernel);
   // One clock of the kernel from "<directory>/kernel.json": its "ClockInfo.ClockName" and the

@@ -983,6 +983,13 @@ TEST_F(KernelSectionTest, SecondGroupWithOneModuleEndsTheImport) {
                lmx60::lmx_exception);
 }
 
+TEST_F(KernelSectionTest, EmptyModuleGroupEndsTheImport) {
+  // Found by fuzzing: the first group has no module 0 to give.
+  write("k/k.design.xml", "<profile>" + group("") + "</profile>");
+  EXPECT_THROW(visitor.populateKernelEstimatedResources(kernelBuilder(), kernel()),
+               lmx60::lmx_exception);
+}
+
 TEST_F(KernelSectionTest, SecondRecordWithOneValueEachFailsAllFiveAndTheFirstValuesStay) {
   pb::kernel const kernel =
       estimateFrom(group(module(record(10, 20, 30, 40, 50) + record(11, 21, 31, 41, 51))));
