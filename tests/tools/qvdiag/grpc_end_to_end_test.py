@@ -20,17 +20,10 @@ import unittest
 
 import grpc
 
+sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "..", "support"))
+from protocol_messages import FIXED_STAMP, generate_messages  # noqa: E402
+
 ARGS = None
-FIXED_STAMP = "Mon Nov 23 09:00:00 2026"
-
-
-def generate_messages(protoc, source_dir, out_dir):
-    os.makedirs(out_dir, exist_ok=True)
-    names = ["proto/dispatch.proto", "proto/system_diagram.proto",
-             "proto/system_diagram_server.proto"]
-    subprocess.run([protoc, "--proto_path=" + source_dir, "--python_out=" + out_dir] + names,
-                   check=True)
-    sys.path.insert(0, out_dir)
 
 
 class Server:
