@@ -7,6 +7,7 @@
 #include <string>
 
 #include "platform/dispatch/RequestHandler.h"
+#include "proto/system_diagram_server.pb.h"
 
 namespace qvdiag {
 namespace {
@@ -75,6 +76,10 @@ grpc::Status CompileServerService::RemoveSession(grpc::ServerContext*,
 
 grpc::Status CompileServerService::Dispatch(grpc::ServerContext*, dispatch::Request const* request,
                                             dispatch::Response* reply) {
+  std::unique_lock<std::mutex> importLock(importMutex_, std::defer_lock);
+  if (request->payload().Is<dispatch::system_diagram_server::MakeInitialSystemDiagram>()) {
+    importLock.lock();
+  }
   try {
     connections_.dispatch(*request, *reply);
   } catch (std::exception const& error) {

@@ -4,6 +4,8 @@
 
 #include <grpcpp/grpcpp.h>
 
+#include <mutex>
+
 #include "platform/dispatch/ConnectionMgr.h"
 #include "proto/dispatch.grpc.pb.h"
 
@@ -11,6 +13,11 @@ namespace qvdiag {
 
 // Each call goes straight to the ConnectionMgr, which keeps the session guarantee: session
 // events run alone, requests run side by side. Safe to call from gRPC's threads.
+//
+// Except for one thing: imports (a MakeInitialSystemDiagram payload, whatever its service) run
+// one at a time. The library's import keeps a process-wide cache of platform texts that has no
+// lock of its own, and two sessions importing at once would change that map together. Every
+// other request still runs beside an import.
 //
 // A session table's refusal reaches the client as a gRPC status with the table's text:
 // ALREADY_EXISTS for a UUID in use, NOT_FOUND for a session that is not there,
@@ -33,6 +40,7 @@ class CompileServerService final : public dispatch::CompileServer::Service {
 
  private:
   dispatch::server::ConnectionMgr& connections_;
+  std::mutex importMutex_;  // held for the whole of an import
 };
 
 }  // namespace qvdiag
