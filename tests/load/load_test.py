@@ -190,8 +190,12 @@ class Client(threading.Thread):
         if step == self.remove_at:
             # A session goes away in the middle of the run; its requests fail from now on.
             uuid = self.sessions[0]
+            started = time.perf_counter()
             removed = self.run_.calls["RemoveSession"](
                 self.run_.dispatch_pb2.Session(uuid=uuid), timeout=30)
+            self.latencies.append(time.perf_counter() - started)
+            self.counts[("RemoveSession", removed.code)] = (
+                self.counts.get(("RemoveSession", removed.code), 0) + 1)
             if (removed.code, removed.message) != (200, "OK"):
                 raise Failure("removing %s answered %d %s" % (uuid, removed.code,
                                                               removed.message))
