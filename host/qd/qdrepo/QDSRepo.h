@@ -126,7 +126,8 @@ class QV_EXPORT QDSRepo {
 
   // Ports. A port name is a bus interface's qd:name or qd:port; indices follow the
   // qd:busInterface elements. The answers marked "checked" are compared with the cache.
-  // Checked; also true for the qd:busInterfaceRef of a packed interface.
+  // Checked (an interface of that name or qd:port); then, unchecked, also true for the
+  // qd:busInterfaceRef of a packed interface, which the cache does not know.
   bool isQdCompPort(std::string const& component, std::string const& port);
   // Checked: an AXI (aximm or axis) interface of that name.
   bool isQdCompAxiPort(std::string const& component, std::string const& port);
@@ -136,8 +137,9 @@ class QV_EXPORT QDSRepo {
   int getQdCompNumPorts(std::string const& component);
   // False with Log WARNING 1001 " Index <i> out of range for component <c>".
   bool isValidQdCompPortIndex(std::string const& component, int i);
-  // Checked; "" for an index out of range. A component with an adapter counts the interfaces
-  // of its descendants too.
+  // "" with WARNING 1001 for an index out of range; for an index in range, checked (also when
+  // the attribute is missing there). A component with an adapter counts the interfaces of its
+  // descendants too.
   std::string getQdCompPortName(std::string const& component, int i);
   std::string getQdCompPortType(std::string const& component, int i);
   // The type of the interface or physical port `port`: the interface's qd:busTypeRef, else
@@ -429,15 +431,16 @@ class QV_EXPORT QDSRepo {
                                         bool unique);
   // "true", "false" or "preferred": a plain tag's qd:auto ("true" when absent); for a range the
   // segments' qd:auto, where one "false" refuses, "true" outranks "preferred", and none known
-  // gives "false" with WARNING 1056. A range that does not name one memory object ends the
-  // process after ERROR 1055.
+  // gives "false" with WARNING 1056 (so also for a range whose base no single interface
+  // carries: it stands for the object "", which has no segments). A list of objects of another
+  // length than one would end the process after ERROR 1055; a range always gives one.
   std::string getSpTagAutoEnable(std::string const& platform, std::string const& tag);
   // getMemObjectMaxMasters for a plain tag; for a range the least qd:maxMasters of its segments
   // (-1 when one lacks it, 2147483647 when there are none).
   int getSpTagMaxMasters(std::string const& platform, std::string const& object,
                          std::string const& tag);
-  // Names of the interfaces that carry the tag, each once; for a range the one interface of its
-  // base, or none when no single interface carries the base.
+  // Names of the interfaces that carry the tag, each once; for a range always one entry: the
+  // name of the interface that carries its base, "" when none or several of different names do.
   std::vector<std::string> getMemObjectsFromSpTag(std::string const& platform,
                                                   std::string const& tag);
   // qd:addressSegment of the object for a plain tag; for a range each index's segment

@@ -4,6 +4,8 @@
 #include <cstdlib>
 #include <map>
 #include <sstream>
+#include <stdexcept>
+#include <string>
 
 #include "host/qd/qdrepo/QDSRepo.h"
 
@@ -113,12 +115,45 @@ std::string ithInterfaceAttribute(QDSRepo& repo, std::string const& name, int i,
 
 }  // namespace
 
+namespace {
+
+// getQdCompBusInterfaceStringAttrByIndex, telling in `indexed` whether `i` passed the guards of
+// the component and of the index, so that a checked query knows there is an interface to ask
+// the cache about.
+std::string stringAttrByIndex(QDSRepo& repo, std::string const& name, int i,
+                              std::string const& attribute, std::string const& caller,
+                              bool& indexed) {
+  indexed = false;
+  if (!repo.isQdComp(name) || !repo.isValidQdCompPortIndex(name, i)) return "";
+  indexed = true;
+  if (!repo.isValidQdCompIthPortAttr(name, i, attribute)) return "";
+  return repo.stringQuery(ithInterfaceAttribute(repo, name, i, attribute), caller);
+}
+
+// A checked by-index query: the attribute at `i`, compared with `field` of the cached interface
+// at `i` whenever the index is one of the component's. An index out of range has already
+// answered the sentinel with its warning and has nothing to compare. The count the index was
+// tested against is itself checked, so the cached list has an entry there; at() still guards it.
+std::string checkedAttributeByIndex(QDSRepo& repo, std::string const& name, int i,
+                                    std::string const& attribute, std::string const& query,
+                                    std::string BusIntf::*field) {
+  bool indexed = false;
+  std::string const answer = stringAttrByIndex(repo, name, i, attribute, query, indexed);
+  auto const cached = repo.components.find(name);
+  if (indexed && cached != repo.components.end()) {
+    auto const& object = cached->second->busInterfaceList.at(static_cast<std::size_t>(i));
+    QDREPO_VERIFY(query, answer, object ? (*object).*field : std::string(), name);
+  }
+  return answer;
+}
+
+}  // namespace
+
 std::string getQdCompBusInterfaceStringAttrByIndex(QDSRepo& repo, std::string const& name, int i,
                                                    std::string const& attribute,
                                                    std::string const& caller) {
-  if (!repo.isQdComp(name) || !repo.isValidQdCompPortIndex(name, i)) return "";
-  if (!repo.isValidQdCompIthPortAttr(name, i, attribute)) return "";
-  return repo.stringQuery(ithInterfaceAttribute(repo, name, i, attribute), caller);
+  bool indexed = false;
+  return stringAttrByIndex(repo, name, i, attribute, caller, indexed);
 }
 
 int getQdCompBusInterfaceIntAttrByIndex(QDSRepo& repo, std::string const& name, int i,
@@ -155,23 +190,24 @@ std::string QDSRepo::getQdPlatformComp() {
 }
 
 bool QDSRepo::isQdCompPort(std::string const& name, std::string const& port) {
-  bool answer = booleanQuery("boolean(" + component(name) + "/qd:busInterface[@qd:name='" + port +
-                                 "' or @qd:port = '" + port + "'])",
-                             "isQdCompPort");
-  // A packed group answers to the name of its interface on the inner component.
-  if (!answer) {
-    answer = booleanQuery("boolean(" + component(name) + "/qd:busInterface[@qd:busInterfaceRef='" +
-                              port + "' and @qd:dataPack='true'])",
-                          "isQdCompPort");
-  }
+  // 1. An interface of that name, or one whose physical port has that name. This is the fact the
+  //    cache holds too, so the two are compared here and nowhere else.
+  bool const named = booleanQuery("boolean(" + component(name) + "/qd:busInterface[@qd:name='" +
+                                      port + "' or @qd:port = '" + port + "'])",
+                                  "isQdCompPort");
   if (Component const* cached = cachedFor(*this, name, port)) {
     bool inCache = cached->busInterfaces.count(port) != 0;
     for (auto const& object : cached->busInterfaceList) {
       if (object && object->port == port) inCache = true;
     }
-    QDREPO_VERIFY("isQdCompPort", answer, inCache, name + "/" + port);
+    QDREPO_VERIFY("isQdCompPort", named, inCache, name + "/" + port);
   }
-  return answer;
+  if (named) return true;
+  // 2. A packed group answers to the name of its interface on the inner component. The cache
+  //    keeps no such name, so this answer is XPath's alone, on cached components as on others.
+  return booleanQuery("boolean(" + component(name) + "/qd:busInterface[@qd:busInterfaceRef='" +
+                          port + "' and @qd:dataPack='true'])",
+                      "isQdCompPort");
 }
 
 bool QDSRepo::isQdCompAxiPort(std::string const& name, std::string const& port) {
@@ -218,26 +254,12 @@ bool QDSRepo::isValidQdCompPortIndex(std::string const& name, int i) {
 }
 
 std::string QDSRepo::getQdCompPortName(std::string const& name, int i) {
-  std::string const answer =
-      getQdCompBusInterfaceStringAttrByIndex(*this, name, i, "qd:name", "getQdCompPortName");
-  auto const cached = components.find(name);
-  if (cached != components.end() && !answer.empty()) {
-    // An index past the cached list is a broken cache: at() throws std::out_of_range.
-    auto const& object = cached->second->busInterfaceList.at(static_cast<std::size_t>(i));
-    QDREPO_VERIFY("getQdCompPortName", answer, object ? object->name : std::string(), name);
-  }
-  return answer;
+  return checkedAttributeByIndex(*this, name, i, "qd:name", "getQdCompPortName", &BusIntf::name);
 }
 
 std::string QDSRepo::getQdCompPortType(std::string const& name, int i) {
-  std::string const answer =
-      getQdCompBusInterfaceStringAttrByIndex(*this, name, i, "qd:busTypeRef", "getQdCompPortType");
-  auto const cached = components.find(name);
-  if (cached != components.end() && !answer.empty()) {
-    auto const& object = cached->second->busInterfaceList.at(static_cast<std::size_t>(i));
-    QDREPO_VERIFY("getQdCompPortType", answer, object ? object->busTypeRef : std::string(), name);
-  }
-  return answer;
+  return checkedAttributeByIndex(*this, name, i, "qd:busTypeRef", "getQdCompPortType",
+                                 &BusIntf::busTypeRef);
 }
 
 std::string QDSRepo::getQdCompBusInterfacePort(std::string const& name, std::string const& port) {

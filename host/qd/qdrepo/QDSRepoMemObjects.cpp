@@ -64,7 +64,7 @@ std::string checkedMemObjectAttribute(QDSRepo& repo, std::string const& platform
                                       std::string const& object, std::string const& attribute,
                                       std::string const& query, std::string AxiBusIntf::*field) {
   std::string const answer = getMemObjectStringAttr(repo, platform, object, attribute);
-  if (repo.platformComponent) {
+  if (repo.platformComponent && !object.empty()) {
     auto const& axi = repo.platformComponent->axiInterfaces;
     auto const found = axi.find(object);
     QDREPO_VERIFY(query, answer, found == axi.end() ? std::string() : (*found->second).*field,
@@ -490,11 +490,10 @@ std::vector<std::string> QDSRepo::getMemObjectsFromSpTag(std::string const& plat
   int low = 0;
   int high = 0;
   disassembleRangeSpTag(normal, base, low, high);
-  // One name: two interfaces that share a base disagree, and no interface is no name; neither
-  // is a memory object the range can stand for.
-  std::string const name =
-      stringQuery(tagged(platform, base) + "/@qd:name", "getMemObjectsFromSpTag");
-  if (!name.empty()) objects.push_back(name);
+  // A range stands for the one interface that carries its base: always one entry, read as one
+  // string query. No interface of that base gives the entry "", which callers see as an object
+  // with no segments (so getSpTagAutoEnable goes on to its warning rather than its hard stop).
+  objects.push_back(stringQuery(tagged(platform, base) + "/@qd:name", "getMemObjectsFromSpTag"));
   return objects;
 }
 
