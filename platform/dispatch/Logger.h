@@ -25,6 +25,8 @@ constexpr LogLevel kLogTrace = 5;
 // Every value inserted is tested on its own: it goes to std::cout when `echo` is set, and to the
 // logger's own stream when `level <= reportingLevel`. So a line made of several insertions is not
 // atomic, and lines of two threads may interleave between insertions (never inside one).
+// Each line reaches the stream's file or terminal as soon as it ends, whatever ends it: a newline
+// inside an inserted text, a newline character, or std::endl.
 //
 // The host configures all loggers at once with the static setters, before serving requests.
 // By default nothing is echoed, the reporting level is kLogException, and the own stream is
@@ -45,7 +47,7 @@ class Logger : public std::ostream {
   template <class T>
   Logger& operator<<(T const& value) {
     std::lock_guard<std::mutex> lock(insertionMutex());
-    if (echo) std::cout << value;
+    if (echo) echoStream() << value;
     if (level <= reportingLevel) static_cast<std::ostream&>(*this) << value;
     return *this;
   }
@@ -63,6 +65,8 @@ class Logger : public std::ostream {
  private:
   explicit Logger(LogLevel level);
   static std::array<std::unique_ptr<Logger>, kNumLevels>& all();
+  // std::cout, through a buffer that flushes at each line's end.
+  static std::ostream& echoStream();
   // Guards the state of all loggers' streams: they usually share one buffer.
   static std::mutex& insertionMutex();
 };

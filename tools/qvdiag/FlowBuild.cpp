@@ -5,6 +5,8 @@
 #include <memory>
 #include <sstream>
 #include <stdexcept>
+#include <streambuf>
+#include <string>
 
 #include "platform/dispatch/Logger.h"
 #include "platform/dispatch/RequestHandler.h"
@@ -33,25 +35,46 @@ std::string lastLine(std::string const& text) {
   return last;
 }
 
-// Points the service trace at a string while it lives, then passes what it caught on to `out`,
-// the trace's usual stream, also when an exception leaves the scope.
+// Passes everything on to the trace's usual stream at once, and keeps a copy.
+class TeeBuffer : public std::streambuf {
+ public:
+  explicit TeeBuffer(std::streambuf* out) : out_(out) {}
+  std::string const& copy() const { return copy_; }
+
+ protected:
+  int_type overflow(int_type c) override {
+    if (traits_type::eq_int_type(c, traits_type::eof())) return traits_type::not_eof(c);
+    copy_.push_back(traits_type::to_char_type(c));
+    return out_->sputc(traits_type::to_char_type(c));
+  }
+  std::streamsize xsputn(char const* text, std::streamsize n) override {
+    copy_.append(text, static_cast<std::size_t>(n));
+    return out_->sputn(text, n);
+  }
+  int sync() override { return out_->pubsync(); }
+
+ private:
+  std::streambuf* out_;
+  std::string copy_;
+};
+
+// While it lives, the service trace goes on to `out`, the trace's usual stream, line by line as
+// ever, and what it says is also kept, so that a failed request can be named with its reason.
 class TraceCapture {
  public:
-  explicit TraceCapture(std::ostream& out) : out_(out) {
-    dispatch::server::Logger::setStream(&caught_);
+  explicit TraceCapture(std::ostream& out) : out_(out), tee_(out.rdbuf()), teeStream_(&tee_) {
+    dispatch::server::Logger::setStream(&teeStream_);
   }
-  ~TraceCapture() {
-    dispatch::server::Logger::setStream(&out_);
-    out_ << caught_.str() << std::flush;
-  }
+  ~TraceCapture() { dispatch::server::Logger::setStream(&out_); }
   TraceCapture(TraceCapture const&) = delete;
   TraceCapture& operator=(TraceCapture const&) = delete;
 
-  std::string text() const { return caught_.str(); }
+  std::string text() const { return tee_.copy(); }
 
  private:
   std::ostream& out_;
-  std::ostringstream caught_;
+  TeeBuffer tee_;
+  std::ostream teeStream_;
 };
 
 // Removes the session of the flow however run() ends.

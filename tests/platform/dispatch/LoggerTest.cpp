@@ -1,6 +1,7 @@
 #include "platform/dispatch/Logger.h"
 
 #include <climits>
+#include <fstream>
 #include <functional>
 #include <iostream>
 #include <sstream>
@@ -9,6 +10,9 @@
 #include <vector>
 
 #include <gtest/gtest.h>
+
+#include "tests/support/Golden.h"
+#include "tests/support/TempDir.h"
 
 namespace {
 
@@ -146,6 +150,40 @@ TEST_F(LoggerTest, NullStreamDiscards) {
   Logger::setStream(&out);
   Logger::getLogger(0) << "found";
   EXPECT_EQ(out.str(), "found");
+}
+
+// ---- Each line reaches its file as it ends ------------------------------------------------------
+
+TEST_F(LoggerTest, EachLineReachesItsFileWhenItEndsWhateverEndsIt) {
+  qvtest::TempDir dir;
+  std::string const path = dir.file("trace.log");
+  std::ofstream file(path);
+  Logger::setStream(&file);
+  Logger& logger = Logger::getLogger(1);
+
+  logger << "SYSTEM_DIAGRAM_HANDLER: Caught exception: boom.\n";
+  EXPECT_EQ(qvtest::readFile(path), "SYSTEM_DIAGRAM_HANDLER: Caught exception: boom.\n");
+  logger << "made of " << 3 << " insertions" << '\n';
+  EXPECT_EQ(qvtest::readFile(path),
+            "SYSTEM_DIAGRAM_HANDLER: Caught exception: boom.\nmade of 3 insertions\n");
+  logger << "two\nlines" << std::endl;
+  EXPECT_EQ(qvtest::readFile(path),
+            "SYSTEM_DIAGRAM_HANDLER: Caught exception: boom.\nmade of 3 insertions\ntwo\nlines\n");
+  Logger::setStream(&out);
+}
+
+TEST_F(LoggerTest, EchoedLineReachesStandardOutputWhenItEnds) {
+  qvtest::TempDir dir;
+  std::string const path = dir.file("stdout");
+  std::filebuf echoed;
+  echoed.open(path, std::ios::out);
+  std::streambuf* const saved = std::cout.rdbuf(&echoed);
+  Logger::setEcho(true);
+  Logger::getLogger(0) << "echoed " << 1 << "\n";
+  std::string const seen = qvtest::readFile(path);
+  std::cout.rdbuf(saved);
+  EXPECT_EQ(seen, "echoed 1\n");
+  EXPECT_EQ(out.str(), "echoed 1\n");
 }
 
 // ---- Echo to standard output --------------------------------------------------------------------

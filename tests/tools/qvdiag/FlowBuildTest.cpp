@@ -130,6 +130,23 @@ TEST_F(FlowBuildTest, FailedImportNamesTheRequestAndTheServicesReason) {
   EXPECT_FALSE(boost::filesystem::exists(dir.file("out/system_diagram.json")));
 }
 
+TEST_F(FlowBuildTest, FailedRequestIsInTheLogFileOnceAndAtOnce) {
+  ServiceHost::Settings given = settings();
+  given.logFile = dir.file("build.log");
+  ServiceHost logged(given);
+  std::ostringstream steps;
+  FlowBuild loggedFlow(logged, steps);
+  FlowBuild::Inputs inputs = exampleInputs();
+  inputs.platform = "no_such_card";
+  EXPECT_THROW(loggedFlow.run(inputs), std::runtime_error);
+  // Read while the host still holds the file open: nothing waits for it to close.
+  EXPECT_EQ(qvtest::readFile(dir.file("build.log")),
+            "SYSTEM_DIAGRAM_HANDLER: Caught exception: Platform \"no_such_card\" not found: it "
+            "is not a readable file, and no directory of the platform search path has a "
+            "readable no_such_card.json or no_such_card/platform.json (tried " +
+                qvtest::exampleFile("platforms") + ")..\n");
+}
+
 TEST_F(FlowBuildTest, FailedReportFileIsNamed) {
   FlowBuild::Inputs inputs = exampleInputs();
   boost::filesystem::create_directories(dir.file("out/flow_report.txt"));  // a directory

@@ -2,13 +2,19 @@
 
 #include <gtest/gtest.h>
 
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cstdio>
 #include <fstream>
 #include <string>
 
 #include "platform/hut/HUTEnv.h"
 #include "platform/mvk/NativeObjectService.h"
+#include "proto/system_diagram_server.pb.h"
 #include "tests/support/Golden.h"
 #include "tests/support/TempDir.h"
+#include "tools/qvdiag/RequestTypes.h"
 
 namespace qvdiag {
 namespace {
@@ -19,6 +25,11 @@ class ServiceHostTest : public ::testing::Test {
     ServiceHost::Settings made;
     made.libraryPath = QV_LIBRARY_PATH;
     return made;
+  }
+
+  // What the service says of a diagram it cannot write.
+  std::string failedWriteReason() const {
+    return "Could not open " + dir.file("no/such/dir/diagram.json") + " for writing.";
   }
 
   qvtest::TempDir dir;
@@ -57,6 +68,50 @@ TEST_F(ServiceHostTest, TraceGoesToTheLogFileAtTheGivenLevel) {
   }
   EXPECT_EQ(qvtest::readFile(dir.file("server.log")),
             "SYSTEM_DIAGRAM: creating session with uuid: 's1' and name ''\nevent\n");
+}
+
+// A request that fails in the service: the reason goes to the trace only.
+int sendFailingWrite(ServiceHost& host, std::string const& path) {
+  dispatch::Session session;
+  session.set_uuid("s1");
+  host.connections().createSession(session);
+  dispatch::system_diagram_server::WriteSystemDiagram write;
+  write.set_path(path);
+  dispatch::Response response;
+  host.connections().dispatch(RequestTypes::request("s1", write), response);
+  return response.status().code();
+}
+
+TEST_F(ServiceHostTest, FailedRequestIsInTheLogFileBeforeAnyOtherRequest) {
+  ServiceHost::Settings given = settings();
+  given.logFile = dir.file("server.log");
+  ServiceHost host(given);
+  EXPECT_EQ(sendFailingWrite(host, dir.file("no/such/dir/diagram.json")), 500);
+  // Read while the server lives and has sent nothing else.
+  EXPECT_EQ(qvtest::readFile(dir.file("server.log")),
+            "SYSTEM_DIAGRAM_HANDLER: Caught exception: " + failedWriteReason() + ".\n");
+}
+
+TEST_F(ServiceHostTest, FailedRequestIsOnStandardErrorBeforeAnyOtherRequest) {
+  // Standard error goes to a file for the length of the request.
+  std::string const path = dir.file("stderr");
+  std::fflush(stderr);
+  int const saved = ::dup(2);
+  int const file = ::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
+  ASSERT_GE(file, 0);
+  ::dup2(file, 2);
+  ::close(file);
+  int code = 0;
+  std::string seen;
+  {
+    ServiceHost host(settings());
+    code = sendFailingWrite(host, dir.file("no/such/dir/diagram.json"));
+    seen = qvtest::readFile(path);
+  }
+  ::dup2(saved, 2);
+  ::close(saved);
+  EXPECT_EQ(code, 500);
+  EXPECT_EQ(seen, "SYSTEM_DIAGRAM_HANDLER: Caught exception: " + failedWriteReason() + ".\n");
 }
 
 TEST_F(ServiceHostTest, UnloadableLibraryIsNamed) {
