@@ -15,9 +15,8 @@
 //     QV_BUILD_FUZZ alone), which ends the input here. Built without it, as the plain build's
 //     replay of the seeds is, the example files agree and nothing exits.
 //   - isQdCompSCAdapter, whose assertions abort on a generated adapter that is not an
-//     accelerator adapter, and getSpTagAutoEnable, which exits on a ranged tag that names no
-//     memory object: both stops are the designed answer to a broken database. No other query
-//     calls them, and this mix does not ask them.
+//     accelerator adapter: the designed answer to a broken database. No other query calls it,
+//     and this mix does not ask it.
 #include <algorithm>
 #include <boost/property_tree/exceptions.hpp>
 #include <cstddef>
@@ -97,6 +96,21 @@ void askPlatform(qd::QDSRepo& repo, std::string const& platform) {
   repo.getClockFrequencyForClockId(-1, platform);
   repo.getPlatformDefaultClockId(platform);
   repo.getCpuClockFrequency(platform);
+  std::vector<std::string> const tags = repo.getAllSpTags(platform);
+  for (std::size_t i = 0; i < std::min<std::size_t>(tags.size(), kLimit); ++i) {
+    // A range is read one index at a time, by design: a cardinality of millions is a slow
+    // answer, not a finding.
+    std::string base;
+    int low = 0;
+    int high = 0;
+    repo.disassembleRangeSpTag(tags[i], base, low, high);
+    if (static_cast<long long>(high) - low > 64) continue;
+    // A range always stands for one memory object, so the auto enable never stops here.
+    for (std::string const& object : repo.getMemObjectsFromSpTag(platform, tags[i])) {
+      repo.getMemObjectSegmentsForSpTag(platform, object, tags[i]);
+    }
+    repo.getSpTagAutoEnable(platform, tags[i]);
+  }
 }
 
 void askArgument(qd::QDSRepo& repo, std::string const& function, int i) {
