@@ -2,7 +2,8 @@
 # The library's dynamic symbol table: the factory, the Log settings, the session table's
 # exception classes, the tree dump IPA::RtdTestVisitor and, for callers that read an actual
 # resources document, IPA::ActualResourcesTree, its visitors and the one member
-# IPA::ActualResourceCollection::states are exported, and so is the hardware repository (qd::);
+# IPA::ActualResourceCollection::states are exported, and so is the hardware repository (qd::,
+# with the two by-index interface attribute readers that qvdiag repo --query offers);
 # the library's other own classes are not.
 set -euo pipefail
 lib="$1"
@@ -38,6 +39,8 @@ expect "qd::QDSRepo::QDSRepo("
 expect "qd::QDSRepo::checkDatabase("
 expect "qd::QDSRepo::createRepo("
 expect "qd::QDSRepo::toString("
+expect "qd::getQdCompBusInterfaceStringAttrByIndex("
+expect "qd::getQdCompBusInterfaceIntAttrByIndex("
 exported='RtdTestVisitor|ActualResourcesTree|ActualResourceTreeVisitor'
 exported+='|ActualResourcesSchemaValidationVisitor|ActualResourcesComputeUnitVisitor'
 if grep -E ' [TW] IPA::' <<<"$symbols" |

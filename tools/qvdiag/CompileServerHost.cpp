@@ -1,6 +1,8 @@
 #include "tools/qvdiag/CompileServerHost.h"
 
+#include <grpc/grpc.h>
 #include <grpcpp/health_check_service_interface.h>
+#include <netdb.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/un.h>
@@ -24,6 +26,33 @@ class ScopedUmask {
  private:
   mode_t previous_;
 };
+
+// Whether binding `host`:`port` fails because something else holds it. Asked after gRPC could
+// not listen there, to tell a port in use from an address that is not this machine's; the
+// socket is made as gRPC makes its own (SO_REUSEADDR on), so a port whose old connections still
+// wait out TIME_WAIT does not count as taken.
+bool tcpAddressInUse(std::string host, std::string const& port) {
+  if (host.size() >= 2 && host.front() == '[' && host.back() == ']') {
+    host = host.substr(1, host.size() - 2);
+  }
+  addrinfo hints{};
+  hints.ai_family = AF_UNSPEC;
+  hints.ai_socktype = SOCK_STREAM;
+  hints.ai_flags = AI_PASSIVE;
+  addrinfo* found = nullptr;
+  if (::getaddrinfo(host.c_str(), port.c_str(), &hints, &found) != 0) return false;
+  bool inUse = false;
+  for (addrinfo* each = found; each != nullptr && !inUse; each = each->ai_next) {
+    int const fd = ::socket(each->ai_family, each->ai_socktype | SOCK_CLOEXEC, each->ai_protocol);
+    if (fd < 0) continue;
+    int const on = 1;
+    ::setsockopt(fd, SOL_SOCKET, SO_REUSEADDR, &on, sizeof(on));
+    inUse = ::bind(fd, each->ai_addr, each->ai_addrlen) != 0 && errno == EADDRINUSE;
+    ::close(fd);
+  }
+  ::freeaddrinfo(found);
+  return inUse;
+}
 
 }  // namespace
 
@@ -67,6 +96,11 @@ CompileServerHost::CompileServerHost(dispatch::server::ConnectionMgr& connection
 
   grpc::EnableDefaultHealthCheckService(true);
   grpc::ServerBuilder builder;
+  // gRPC binds TCP ports with SO_REUSEPORT unless told otherwise. A second server would then
+  // bind a port in use beside the first, and the kernel would share the connections out between
+  // the two; and gRPC would clone the listening socket once per poller, with port 0 onto another
+  // port than the one announced. Without it, a port is one server's alone, on one socket.
+  builder.AddChannelArgument(GRPC_ARG_ALLOW_REUSEPORT, 0);
   int chosenPort = 0;
   builder.AddListeningPort(address_.target(), grpc::InsecureServerCredentials(),
                            address_.isUnix() ? nullptr : &chosenPort);
@@ -78,7 +112,17 @@ CompileServerHost::CompileServerHost(dispatch::server::ConnectionMgr& connection
   }
   if (!server_ || (!address_.isUnix() && chosenPort == 0)) {
     server_.reset();
-    throw std::runtime_error("cannot listen on '" + address_.target() +
+    std::string const& target = address_.target();
+    std::size_t const colon = target.rfind(':');
+    std::string const host = target.substr(0, colon);
+    if (!address_.isUnix() && tcpAddressInUse(host, target.substr(colon + 1))) {
+      throw std::runtime_error("the address " + target +
+                               " is in use; stop what listens there or choose another port with "
+                               "--listen " +
+                               (host == "127.0.0.1" ? "tcp:PORT" : host + ":PORT") +
+                               " (port 0 takes a free one)");
+    }
+    throw std::runtime_error("cannot listen on '" + target +
                              "': the address is in use or not one of this machine's");
   }
   if (address_.isUnix()) {

@@ -20,10 +20,14 @@ namespace qvdiag {
 // A Unix socket is made with mode 0600, so only its owner can connect. A socket path that a
 // live server answers on is refused, never taken over; a socket file left behind by a server
 // that is gone is replaced. The socket file is removed again by shutdown().
+//
+// A TCP address is listened on with one socket, on the address named and no other, and without
+// port reuse: a port that anything else listens on is refused, never shared.
 class CompileServerHost {
  public:
-  // Starts listening. Throws std::runtime_error naming the address when it is taken or cannot
-  // be bound. `connections` must outlive this object.
+  // Starts listening. Throws std::runtime_error naming the address when it is taken (a socket
+  // path a server answers on, a TCP port something listens on) or cannot be bound.
+  // `connections` must outlive this object.
   CompileServerHost(dispatch::server::ConnectionMgr& connections, ListenAddress const& address);
   ~CompileServerHost();
   CompileServerHost(CompileServerHost const&) = delete;

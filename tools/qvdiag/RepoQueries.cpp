@@ -9,6 +9,7 @@
 #include <type_traits>
 #include <utility>
 
+#include "host/qd/qdrepo/QDEnumerations.h"
 #include "host/qd/qdrepo/QDSRepo.h"
 #include "tools/qvdiag/UsageError.h"
 
@@ -134,6 +135,60 @@ Entry query(char const* name, std::vector<std::string> const& parameters,
   return Entry{{name, parameters}, {Argument<std::decay_t<Params>>::isInteger...}, call};
 }
 
+template <class Function, class... Params, std::size_t... I>
+std::string invokeFree(qd::QDSRepo& repo, Function function, Arguments const& arguments,
+                       std::string const& name, std::index_sequence<I...>) {
+  return text(function(repo, Argument<std::decay_t<Params>>::read(arguments[I], name)...));
+}
+
+// The entry for a file-level query that takes the repository as its first parameter; the
+// parameters listed are the ones after it.
+template <class Ret, class... Params>
+Entry fileLevelQuery(char const* name, std::vector<std::string> const& parameters,
+                     Ret (*function)(qd::QDSRepo&, Params...)) {
+  if (parameters.size() != sizeof...(Params)) {
+    throw std::logic_error(std::string("qvdiag repo: wrong parameter list for ") + name);
+  }
+  std::string const word = name;
+  Call call = [function, word](qd::QDSRepo& repo, Arguments const& arguments) {
+    return invokeFree<decltype(function), Params...>(repo, function, arguments, word,
+                                                     std::index_sequence_for<Params...>{});
+  };
+  return Entry{{name, parameters}, {Argument<std::decay_t<Params>>::isInteger...}, call};
+}
+
+// The entry for a str2X conversion: a word in, the vocabulary's value out, as its number. The
+// repository opened for the query has filled the tables, so a word reads as a file's would.
+template <class Enum>
+Entry wordToValue(char const* name, Enum (*convert)(std::string)) {
+  Call call = [convert](qd::QDSRepo&, Arguments const& arguments) {
+    return text(convert(arguments[0]));
+  };
+  return Entry{{name, {"word"}}, {false}, call};
+}
+
+// The entry for an X2str conversion: a value in, by its number, and its word out. `largest` is
+// the vocabulary's largest value. An enumeration like these holds only the numbers that fit in
+// the bits of its largest value, so a number beyond them is refused here: it is no value of the
+// type. Any number it holds goes to the conversion, which throws std::out_of_range for one past
+// the end of its word table.
+template <class Enum>
+Entry valueToWord(char const* name, std::string (*convert)(Enum), Enum largest) {
+  long long holds = 0;
+  while (holds < static_cast<long long>(largest)) holds = holds * 2 + 1;
+  std::string const word = name;
+  std::string const type = word.substr(0, word.size() - std::string("2str").size());
+  Call call = [convert, holds, word, type](qd::QDSRepo&, Arguments const& arguments) {
+    int const value = integer(arguments[0], word);
+    if (value < 0 || value > holds) {
+      throw UsageError(word + ": " + std::to_string(value) + " is out of the range of " + type +
+                       ", 0 to " + std::to_string(holds));
+    }
+    return text(convert(static_cast<Enum>(value)));
+  };
+  return Entry{{name, {"value"}}, {true}, call};
+}
+
 // An entry for a method that also answers through reference parameters: `call` asks it with
 // the command-line arguments and prints what it answers, out values included.
 Entry withOutputs(char const* name, std::vector<std::string> const& parameters, Call call) {
@@ -173,6 +228,30 @@ std::vector<Entry> const& allEntries() {
       query("getIthQdComponent", {"i"}, &R::getIthQdComponent),
       query("checkDatabase", {}, &R::checkDatabase),
       query("checkQdHwFcn", {"function"}, &R::checkQdHwFcn),
+      // Vocabularies: a word to its value, and a value to its word
+      wordToValue("str2comp_t", &qd::str2comp_t),
+      wordToValue("str2port_t", &qd::str2port_t),
+      wordToValue("str2datamover_t", &qd::str2datamover_t),
+      wordToValue("str2channel_t", &qd::str2channel_t),
+      wordToValue("str2cpu_t", &qd::str2cpu_t),
+      wordToValue("str2device_t", &qd::str2device_t),
+      wordToValue("str2mode_t", &qd::str2mode_t),
+      wordToValue("str2dir_t", &qd::str2dir_t),
+      wordToValue("str2monitor_t", &qd::str2monitor_t),
+      wordToValue("str2memport_t", &qd::str2memport_t),
+      wordToValue("str2linkage_t", &qd::str2linkage_t),
+      wordToValue("str2noc_resource_t", &qd::str2noc_resource_t),
+      valueToWord("comp_t2str", &qd::comp_t2str, qd::COMP_PIPE),
+      valueToWord("port_t2str", &qd::port_t2str, qd::PORT_MEMOBJECT),
+      valueToWord("datamover_t2str", &qd::datamover_t2str, qd::DATAMOVER_FAST_DMA),
+      valueToWord("channel_t2str", &qd::channel_t2str, qd::CHANNEL_MM2MM),
+      valueToWord("cpu_t2str", &qd::cpu_t2str, qd::CPU_POWER8),
+      valueToWord("mode_t2str", &qd::mode_t2str, qd::MODE_NO_MODE),
+      valueToWord("dir_t2str", &qd::dir_t2str, qd::DIR_NO_DIR),
+      valueToWord("monitor_t2str", &qd::monitor_t2str, qd::MONITOR_TRACE),
+      valueToWord("memport_t2str", &qd::memport_t2str, qd::MEMPORT_MIG),
+      valueToWord("linkage_t2str", &qd::linkage_t2str, qd::LINKAGE_EXTERNAL),
+      valueToWord("noc_resource_t2str", &qd::noc_resource_t2str, qd::NOC_RESOURCE_HBM_NMU),
       // Components
       query("isQdComp", {"component"}, &R::isQdComp),
       query("isQdAcceleratorComp", {"component"}, &R::isQdAcceleratorComp),
@@ -223,6 +302,12 @@ std::vector<Entry> const& allEntries() {
             &R::getQdCompPortStringAttr),
       query("getQdCompBusInterfaceStringAttr", {"component", "port", "attribute"},
             &R::getQdCompBusInterfaceStringAttr),
+      fileLevelQuery("getQdCompBusInterfaceStringAttrByIndex",
+                     {"component", "i", "attribute", "caller"},
+                     &qd::getQdCompBusInterfaceStringAttrByIndex),
+      fileLevelQuery("getQdCompBusInterfaceIntAttrByIndex",
+                     {"component", "i", "attribute", "caller"},
+                     &qd::getQdCompBusInterfaceIntAttrByIndex),
       query("getQdCompBusInterfacePort", {"component", "port"}, &R::getQdCompBusInterfacePort),
       query("getQdCompBusInterfaceInstanceRef", {"component", "port"},
             &R::getQdCompBusInterfaceInstanceRef),

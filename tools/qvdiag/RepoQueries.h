@@ -11,8 +11,10 @@ class QDSRepo;
 
 namespace qvdiag {
 
-// Calls a QDSRepo query from its name and its arguments as typed on a command line, and gives
-// the answer as text: numbers as they print, booleans as "true" or "false", strings in double
+// Calls a query of the hardware repository from its name and its arguments as typed on a
+// command line: a QDSRepo method, a vocabulary conversion of QDEnumerations.h (str2X takes a
+// word, X2str a value by its number), or one of the file-level readers that take the repository.
+// Gives the answer as text: numbers as they print, booleans as "true" or "false", strings in double
 // quotes (so that an empty answer shows), lists as their quoted strings separated by blanks, or
 // "(none)" when empty.
 class RepoQueries {
@@ -26,7 +28,9 @@ class RepoQueries {
   static std::vector<Query> const& all();
 
   // The answer of `name` with `arguments`. Throws UsageError for an unknown name, a wrong number
-  // of arguments, or an index that is not an integer, naming the query and its parameters.
+  // of arguments, an index or value that is not an integer, or a value that its vocabulary's
+  // type cannot hold, naming the query and its parameters. What the query itself throws passes
+  // through: std::out_of_range from an X2str asked for a value past the end of its word table.
   static std::string ask(qd::QDSRepo& repo, std::string const& name,
                          std::vector<std::string> const& arguments);
 

@@ -875,13 +875,16 @@ class QV_EXPORT QDSRepo {
 bool isQdCompType(std::string const& component, std::string const& type,
                   boost::shared_ptr<QDXPathDoc> const& doc);
 // An attribute of the interface at index `i` of `component`, guarded by isQdComp,
-// isValidQdCompPortIndex and the attribute's presence; "" or -1 otherwise.
-std::string getQdCompBusInterfaceStringAttrByIndex(QDSRepo& repo, std::string const& component,
-                                                   int i, std::string const& attribute,
-                                                   std::string const& caller);
+// isValidQdCompPortIndex and the attribute's presence; "" or -1 otherwise. `caller` names the
+// asker in the repository's messages. Exported, as the class is, for callers outside the library.
+QV_EXPORT std::string getQdCompBusInterfaceStringAttrByIndex(QDSRepo& repo,
+                                                             std::string const& component, int i,
+                                                             std::string const& attribute,
+                                                             std::string const& caller);
 // The Int form of getQdCompBusInterfaceStringAttrByIndex: -1 where that answers "".
-int getQdCompBusInterfaceIntAttrByIndex(QDSRepo& repo, std::string const& component, int i,
-                                        std::string const& attribute, std::string const& caller);
+QV_EXPORT int getQdCompBusInterfaceIntAttrByIndex(QDSRepo& repo, std::string const& component,
+                                                  int i, std::string const& attribute,
+                                                  std::string const& caller);
 // Whether the port at `i` of a component with an adapter is one half of an HLS inout argument.
 bool isQdCompWithAdapterHlsInoutPort(std::string const& component, int i, QDSRepo& repo);
 // ---- File level: memory objects and SP tags ----

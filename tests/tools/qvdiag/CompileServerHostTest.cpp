@@ -1,5 +1,6 @@
 #include "tools/qvdiag/CompileServerHost.h"
 
+#include <arpa/inet.h>
 #include <gtest/gtest.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
@@ -9,10 +10,15 @@
 #include <atomic>
 #include <boost/filesystem.hpp>
 #include <chrono>
+#include <cstdint>
+#include <cstring>
 #include <fstream>
 #include <memory>
+#include <set>
+#include <sstream>
 #include <string>
 #include <thread>
+#include <vector>
 
 #include "platform/dispatch/RequestHandler.h"
 #include "proto/system_diagram_server.pb.h"
@@ -25,6 +31,49 @@ namespace qvdiag {
 namespace {
 
 namespace wire = dispatch::system_diagram_server;
+
+// The listening TCP sockets of this process, one "address:port" each, in the order of
+// /proc/self/net/tcp and then tcp6. An IPv4 address mapped into IPv6 (a dual-stack socket bound
+// to ::ffff:127.0.0.1) shows as the IPv4 address it accepts.
+std::vector<std::string> listeningTcpSockets() {
+  std::set<std::string> ours;
+  for (auto const& entry : boost::filesystem::directory_iterator("/proc/self/fd")) {
+    char link[128] = {};
+    if (::readlink(entry.path().c_str(), link, sizeof(link) - 1) < 0) continue;
+    std::string const target = link;
+    if (target.rfind("socket:[", 0) == 0) ours.insert(target.substr(8, target.size() - 9));
+  }
+  std::vector<std::string> found;
+  for (char const* table : {"/proc/self/net/tcp", "/proc/self/net/tcp6"}) {
+    std::ifstream lines(table);
+    std::string line;
+    std::getline(lines, line);  // the heading
+    while (std::getline(lines, line)) {
+      std::istringstream fields(line);
+      std::string slot, local, remote, state, queues, timer, retransmits, uid, timeout, inode;
+      fields >> slot >> local >> remote >> state >> queues >> timer >> retransmits >> uid >>
+          timeout >> inode;
+      if (state != "0A" || ours.count(inode) == 0) continue;  // 0A: LISTEN
+      std::string const hex = local.substr(0, local.find(':'));
+      int const port = std::stoi(local.substr(local.find(':') + 1), nullptr, 16);
+      // The kernel prints each 32-bit word of the address as a number in host order.
+      unsigned char bytes[16] = {};
+      for (std::size_t word = 0; word * 8 < hex.size(); ++word) {
+        auto const value =
+            static_cast<std::uint32_t>(std::stoul(hex.substr(word * 8, 8), nullptr, 16));
+        std::memcpy(bytes + word * 4, &value, 4);
+      }
+      char text[INET6_ADDRSTRLEN] = {};
+      ::inet_ntop(hex.size() == 8 ? AF_INET : AF_INET6, bytes, text, sizeof(text));
+      std::string address = text;
+      if (address.rfind("::ffff:", 0) == 0 && address.find('.') != std::string::npos) {
+        address = address.substr(7);
+      }
+      found.push_back(address + ":" + std::to_string(port));
+    }
+  }
+  return found;
+}
 
 class CompileServerHostTest : public ::testing::Test {
  protected:
@@ -181,6 +230,33 @@ TEST_F(CompileServerHostTest, LoopbackTcpWithPortZeroGetsAPortOfItsOwn) {
   EXPECT_NE(target, "127.0.0.1:0");
   RemoteClient client(ListenAddress::parse(target));
   EXPECT_EQ(client.createSession(session("tcp")).uuid(), "tcp");
+}
+
+TEST_F(CompileServerHostTest, TcpServerListensOnOneSocketOnTheAnnouncedPortAlone) {
+  EXPECT_EQ(listeningTcpSockets(), std::vector<std::string>{});
+  CompileServerHost server(host.connections(), ListenAddress::parse("tcp:0"));
+  EXPECT_EQ(listeningTcpSockets(), std::vector<std::string>{server.target()});
+  server.shutdown();
+  EXPECT_EQ(listeningTcpSockets(), std::vector<std::string>{});
+}
+
+TEST_F(CompileServerHostTest, TcpPortInUseIsRefusedAndItsServerKeepsServing) {
+  CompileServerHost first(host.connections(), ListenAddress::parse("tcp:0"));
+  std::string const taken = first.target();
+  std::string const port = taken.substr(taken.rfind(':') + 1);
+  EXPECT_EQ(failureOf([&] { CompileServerHost(host.connections(), ListenAddress::parse(port)); }),
+            "the address 127.0.0.1:" + port +
+                " is in use; stop what listens there or choose another port with --listen "
+                "tcp:PORT (port 0 takes a free one)");
+  EXPECT_EQ(failureOf([&] {
+              CompileServerHost(host.connections(), ListenAddress::parse("127.0.0.1:" + port));
+            }),
+            "the address 127.0.0.1:" + port +
+                " is in use; stop what listens there or choose another port with --listen "
+                "tcp:PORT (port 0 takes a free one)");
+  RemoteClient client(ListenAddress::parse(taken));
+  EXPECT_EQ(client.createSession(session("still")).uuid(), "still");
+  EXPECT_EQ(listeningTcpSockets(), std::vector<std::string>{taken});
 }
 
 TEST_F(CompileServerHostTest, UnreachableServerIsNamedWithUnavailable) {

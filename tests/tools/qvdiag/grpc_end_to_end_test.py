@@ -10,9 +10,12 @@ own code is used on the client side.
 import argparse
 import json
 import os
+import re
 import shutil
 import signal
 import subprocess
+import socket
+import struct
 import sys
 import tempfile
 import time
@@ -277,6 +280,88 @@ class CompileServerEndToEndTest(unittest.TestCase):
         self.assertTrue(err.endswith("qvdiag serve: SIGTERM: finishing running requests\n"
                                      "qvdiag serve: stopped\n"), err)
         self.assertFalse(os.path.exists(self.socket))
+
+
+def listening_tcp_sockets(pid):
+    """The listening TCP sockets of process `pid` as "address:port", from /proc: the socket
+    inodes among its open files, looked up in the kernel's TCP tables. An IPv4 address mapped
+    into IPv6 (a dual-stack socket bound to ::ffff:127.0.0.1) shows as the IPv4 address."""
+    inodes = set()
+    for fd in os.listdir("/proc/%d/fd" % pid):
+        try:
+            link = os.readlink("/proc/%d/fd/%s" % (pid, fd))
+        except OSError:
+            continue  # closed meanwhile
+        if link.startswith("socket:["):
+            inodes.add(link[len("socket:["):-1])
+    found = []
+    for table, family in (("tcp", socket.AF_INET), ("tcp6", socket.AF_INET6)):
+        with open("/proc/%d/net/%s" % (pid, table)) as f:
+            next(f)  # the heading
+            for line in f:
+                fields = line.split()
+                local, state, inode = fields[1], fields[3], fields[9]
+                if state != "0A" or inode not in inodes:  # 0A: LISTEN
+                    continue
+                hexaddress, hexport = local.split(":")
+                # Each 32-bit word of the address is printed as a number in host order.
+                raw = b"".join(struct.pack("=I", int(hexaddress[i:i + 8], 16))
+                               for i in range(0, len(hexaddress), 8))
+                address = socket.inet_ntop(family, raw)
+                if address.startswith("::ffff:") and "." in address:
+                    address = address[len("::ffff:"):]
+                found.append("%s:%d" % (address, int(hexport, 16)))
+    return found
+
+
+class TcpListeningTest(unittest.TestCase):
+    """qvdiag serve on loopback TCP: one socket, on the port it announces, and that port its
+    own."""
+
+    READY = re.compile(r"^qvdiag serve: listening on (127\.0\.0\.1:(\d+)) \(service ")
+
+    def serve(self, listen):
+        server = subprocess.Popen([ARGS.qvdiag, "serve", "--listen", listen],
+                                  stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True)
+        self.addCleanup(self.stop, server)
+        ready = server.stdout.readline()
+        match = self.READY.match(ready)
+        self.assertIsNotNone(match, ready)
+        return server, match.group(1), match.group(2)
+
+    @staticmethod
+    def stop(server):
+        if server.poll() is None:
+            server.send_signal(signal.SIGTERM)
+        server.communicate(timeout=30)
+
+    @staticmethod
+    def health(target):
+        with grpc.insecure_channel(target) as channel:
+            check = channel.unary_unary("/grpc.health.v1.Health/Check",
+                                        request_serializer=lambda raw: raw,
+                                        response_deserializer=lambda raw: raw)
+            return check(b"", timeout=10)
+
+    def test_port_zero_gives_one_socket_on_the_announced_port(self):
+        server, target, _ = self.serve("tcp:0")
+        self.assertEqual(listening_tcp_sockets(server.pid), [target])
+        self.assertEqual(self.health(target), b"\x08\x01")
+
+    def test_a_port_in_use_is_refused_and_its_server_keeps_serving(self):
+        first, target, port = self.serve("tcp:0")
+        second = subprocess.run([ARGS.qvdiag, "serve", "--listen", "tcp:" + port],
+                                stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True,
+                                timeout=30)
+        self.assertEqual(second.returncode, 1, second.stderr)
+        self.assertEqual(second.stdout, "")
+        # gRPC may say first, in its own words, that the bind failed; ours is the last line.
+        self.assertEqual(second.stderr.splitlines()[-1],
+                         "qvdiag serve: the address 127.0.0.1:" + port + " is in use; stop what "
+                         "listens there or choose another port with --listen tcp:PORT (port 0 "
+                         "takes a free one)")
+        self.assertEqual(self.health(target), b"\x08\x01")
+        self.assertEqual(listening_tcp_sockets(first.pid), [target])
 
 
 def main():

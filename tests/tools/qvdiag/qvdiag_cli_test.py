@@ -283,7 +283,73 @@ class QvdiagTest(unittest.TestCase):
         listed = {line.split()[0] for line in run("repo", "--list-queries").stdout.splitlines()}
         self.assertGreater(len(declared), 60)
         self.assertEqual(sorted(declared - served_otherwise - listed), [])
-        self.assertEqual(sorted(listed - declared), [])
+        conversions, readers = self.exported_functions()
+        self.assertEqual(sorted(listed - declared - conversions - readers), [])
+
+    def exported_functions(self):
+        """The vocabulary conversions of QDEnumerations.h, and the file-level functions that
+        QDSRepo.h exports beside the class."""
+        qdrepo = os.path.join(ARGS.source_dir, "host", "qd", "qdrepo")
+        with open(os.path.join(qdrepo, "QDEnumerations.h")) as f:
+            conversions = set(re.findall(r"^QV_EXPORT [\w:]+ (\w+)\(", f.read(), re.M))
+        with open(os.path.join(qdrepo, "QDSRepo.h")) as f:
+            header = f.read()
+        file_level = header[header.index("// ---- State"):]
+        readers = set(re.findall(r"^QV_EXPORT [\w:<>, ]+?[\s&*]+(\w+)\(", file_level, re.M))
+        return conversions, readers
+
+    def test_repo_lists_every_vocabulary_conversion_and_exported_reader(self):
+        # Each str2X and X2str of the vocabularies, and each file-level reader that the library
+        # exports beside the class, can be asked from the shell too.
+        conversions, readers = self.exported_functions()
+        self.assertEqual(len(conversions), 23)
+        self.assertEqual(sorted(readers), ["getQdCompBusInterfaceIntAttrByIndex",
+                                           "getQdCompBusInterfaceStringAttrByIndex"])
+        listed = run("repo", "--list-queries").stdout.splitlines()
+        self.assertEqual(sorted((conversions | readers) - {line.split()[0] for line in listed}),
+                         [])
+        for line in ("str2comp_t word", "str2noc_resource_t word", "comp_t2str value",
+                     "noc_resource_t2str value",
+                     "getQdCompBusInterfaceStringAttrByIndex component i attribute caller",
+                     "getQdCompBusInterfaceIntAttrByIndex component i attribute caller"):
+            self.assertIn(line, listed)
+
+    def test_repo_vocabulary_conversions(self):
+        def query(*arguments):
+            return run("repo", self.repository(), "--query", *arguments)
+        # The repository opened for the query has filled the word tables.
+        self.assertRun(query("str2comp_t", "kernel"), 0, stdout="10\n", stderr="")
+        self.assertRun(query("str2cpu_t", "cortex-a53"), 0, stdout="1\n", stderr="")
+        self.assertRun(query("str2port_t", "acc_fifo_read"), 0, stdout="21\n", stderr="")
+        self.assertRun(query("str2channel_t", ""), 0, stdout="4\n", stderr="")
+        self.assertRun(query("str2noc_resource_t", "no_noc_resourcepl_nsu"), 0, stdout="0\n",
+                       stderr="")
+        self.assertRun(query("cpu_t2str", "1"), 0, stdout='"cortex_a53"\n', stderr="")
+        self.assertRun(query("port_t2str", "21"), 0, stdout='"fifo"\n', stderr="")
+        self.assertRun(query("port_t2str", "3"), 0, stdout='""\n', stderr="")
+        self.assertRun(query("memport_t2str", "2"), 0, stdout='"M_AXI_NOC"\n', stderr="")
+        self.assertRun(query("noc_resource_t2str", "0"), 0, stdout='"no_noc_resourcepl_nsu"\n',
+                       stderr="")
+        # Past the end of its word table a value has no word: the work fails.
+        self.assertRun(query("noc_resource_t2str", "3"), 1, stdout="", stderr=(
+            "qvdiag repo: qd::noc_resource_t2str: 3 has no word (the table has 3)\n"))
+        # A number the type cannot hold never reaches the conversion.
+        self.assertRun(query("comp_t2str", "16"), 2, stdout="", stderr=(
+            "qvdiag repo: comp_t2str: 16 is out of the range of comp_t, 0 to 15\n"))
+        self.assertRun(query("comp_t2str", "-1"), 2, stdout="", stderr=(
+            "qvdiag repo: comp_t2str: -1 is out of the range of comp_t, 0 to 15\n"))
+
+    def test_repo_interface_attributes_by_index(self):
+        self.assertRun(run("repo", self.repository(), "--query",
+                           "getQdCompBusInterfaceStringAttrByIndex", "vadd", "3", "qd:name",
+                           "qvdiag"), 0, stdout='"m_axi_gmem"\n', stderr="")
+        self.assertRun(run("repo", self.repository(), "--query",
+                           "getQdCompBusInterfaceIntAttrByIndex", "vadd", "3", "qd:dataWidth",
+                           "qvdiag"), 0, stdout="512\n", stderr="")
+        self.assertRun(run("repo", self.repository(), "--query",
+                           "getQdCompBusInterfaceIntAttrByIndex", "vadd", "5", "qd:dataWidth",
+                           "qvdiag"), 0, stdout="-1\n", stderr=(
+            "WARNING: [Morvane 83-1001]  Index 5 out of range for component vadd\n"))
 
     def test_repo_dump_starts_with_the_file(self):
         result = run("repo", self.repository(), "--dump")
