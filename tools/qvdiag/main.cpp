@@ -5,11 +5,14 @@
 //   qvdiag call     one request to a running server
 //   qvdiag session  create, fork and remove sessions of a running server
 //   qvdiag repo     check, dump and query a hardware repository file
+//   qvdiag diff     what changed between two stored diagrams
 #include <pthread.h>
 #include <signal.h>
 
 #include <CLI/CLI.hpp>
 #include <iostream>
+#include <optional>
+#include <sstream>
 #include <string>
 #include <thread>
 #include <vector>
@@ -27,6 +30,8 @@
 #include "tools/qvdiag/RequestTypes.h"
 #include "tools/qvdiag/ServiceHost.h"
 #include "tools/qvdiag/UsageError.h"
+#include "views/DiagramDiff.h"
+#include "views/StoredDiagram.h"
 
 namespace {
 
@@ -183,6 +188,35 @@ int runRepo(RepoOptions const& options) {
   return kExitSuccess;
 }
 
+struct DiffOptions {
+  std::string before;
+  std::string after;
+  std::string format = "text";
+  bool all = false;
+};
+
+// Exit codes as diff(1) has them: 0 the same, 1 different, 2 trouble (bad usage or a file that
+// cannot be read), so that a script can tell "changed" from "could not compare".
+int runDiff(DiffOptions const& options) {
+  std::optional<qvviews::StoredDiagram> before, after;
+  try {
+    before = qvviews::StoredDiagram::fromFile(options.before);
+    after = qvviews::StoredDiagram::fromFile(options.after);
+  } catch (std::exception const& error) {
+    throw UsageError(error.what());
+  }
+  qvviews::DiagramDiff const diff = qvviews::DiagramDiff::compare(*before, *after);
+  // The whole output is composed first: a failure halfway leaves no half document behind.
+  std::ostringstream text;
+  if (options.format == "json") {
+    diff.writeJson(text, options.all, options.before, options.after);
+  } else {
+    diff.writeText(text, options.all);
+  }
+  std::cout << text.str() << std::flush;
+  return diff.same() ? kExitSuccess : kExitFailure;
+}
+
 dispatch::Session sessionOf(std::string const& uuid, std::string const& name) {
   dispatch::Session session;
   session.set_uuid(uuid);
@@ -335,6 +369,27 @@ int main(int argc, char** argv) {
                    "(the default), 3 warning, 4 critical warning, 5 error")
       ->check(CLI::Range(0, 5));
 
+  // diff
+  DiffOptions diffOptions;
+  CLI::App* diff = app.add_subcommand(
+      "diff",
+      "Show what changed from one stored system diagram to another.\n"
+      "Entries are matched by name (compute units, kernels), tag (memories), source instance\n"
+      "and pin and destination (connections), id (platform clocks), compute unit and state\n"
+      "(resources), compute unit and SLR (SLR use). Text marks: + added, - removed,\n"
+      "~ changed, = unchanged (--all). A change reads OLD \u2192 NEW; counts add the change\n"
+      "and its percentage of OLD, (+1,629, +8.9%), and a resource count its share of its\n"
+      "SLR's available amount before and after; frequencies add their percentage change,\n"
+      "300.00 \u2192 281.25 MHz (\u22126.2%). \u2212 is a minus sign. The largest changes come\n"
+      "first in each group. Exit 0: the same; 1: different; 2: bad usage or unreadable input");
+  diff->add_option("old", diffOptions.before, "The earlier diagram (system_diagram.json)")
+      ->required();
+  diff->add_option("new", diffOptions.after, "The later diagram")->required();
+  diff->add_option("--format", diffOptions.format,
+                   "text for a person (default), json for a script (docs/formats.md)")
+      ->check(CLI::IsMember({"text", "json"}));
+  diff->add_flag("--all", diffOptions.all, "List what did not change as well");
+
   try {
     app.parse(argc, argv);
   } catch (CLI::ParseError const& error) {
@@ -348,6 +403,7 @@ int main(int argc, char** argv) {
     if (serve->parsed()) return runServe(serveSettings, listen, allowRemote);
     if (call->parsed()) return runCall(callServer, callSession, callType, callJson, callJsonFile);
     if (repo->parsed()) return runRepo(repoOptions);
+    if (diff->parsed()) return runDiff(diffOptions);
     RemoteClient client(serverAddress(sessionServer));
     if (create->parsed()) {
       std::cout << client.createSession(sessionOf(sessionUuid, sessionName)).uuid() << std::endl;
@@ -361,6 +417,7 @@ int main(int argc, char** argv) {
   } catch (UsageError const& error) {
     return failed(command, error, kExitUsage);
   } catch (std::exception const& error) {
-    return failed(command, error, kExitFailure);
+    // For diff, 1 means "different"; anything that went wrong is trouble (2).
+    return failed(command, error, diff->parsed() ? kExitUsage : kExitFailure);
   }
 }
