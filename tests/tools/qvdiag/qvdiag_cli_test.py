@@ -26,6 +26,105 @@ def run(*arguments, timeout=60, cwd=None):
                           stderr=subprocess.PIPE, text=True, timeout=timeout, cwd=cwd)
 
 
+# qvdiag diff of the example built without and with the rtd file after implementation: the
+# compute units get their base addresses, the memories move and two banks fall out of use.
+BEFORE_AND_AFTER_IMPLEMENTATION = """\
+compute units: 0 added, 0 removed, 6 changed
+  ~ consumer_1
+      base address      "" → 0x1c50000
+  ~ mmult_1
+      base address      "" → 0x1c20000
+  ~ mmult_2
+      base address      "" → 0x1c30000
+  ~ producer_1
+      base address      "" → 0x1c40000
+  ~ vadd_1
+      base address      "" → 0x1c00000
+  ~ vadd_2
+      base address      "" → 0x1c10000
+
+memories: 0 added, 0 removed, 36 changed
+  ~ DDR[1]
+      size KB           16,777,216 → 8,388,608 (−8,388,608, −50.0%)
+      base address      0x400000000 → 0x4400000000
+  ~ DDR[0]
+      base address      0x0 → 0x4000000000
+  ~ DDR[2]
+      base address      0x800000000 → 0x4800000000
+  ~ DDR[3]
+      used              yes → no
+      base address      0xc00000000 → 0x4c00000000
+  ~ HBM[0]
+      base address      0x1000000000 → 0x0
+  ~ HBM[1]
+      base address      0x1010000000 → 0x10000000
+  ~ HBM[2]
+      base address      0x1020000000 → 0x20000000
+  ~ HBM[3]
+      base address      0x1030000000 → 0x30000000
+  ~ HBM[4]
+      base address      0x1040000000 → 0x40000000
+  ~ HBM[5]
+      base address      0x1050000000 → 0x50000000
+  ~ HBM[6]
+      base address      0x1060000000 → 0x60000000
+  ~ HBM[7]
+      base address      0x1070000000 → 0x70000000
+  ~ HBM[8]
+      used              yes → no
+      base address      0x1080000000 → 0x80000000
+  ~ HBM[9]
+      used              yes → no
+      base address      0x1090000000 → 0x90000000
+  ~ HBM[10]
+      base address      0x10a0000000 → 0xa0000000
+  ~ HBM[11]
+      base address      0x10b0000000 → 0xb0000000
+  ~ HBM[12]
+      base address      0x10c0000000 → 0xc0000000
+  ~ HBM[13]
+      base address      0x10d0000000 → 0xd0000000
+  ~ HBM[14]
+      base address      0x10e0000000 → 0xe0000000
+  ~ HBM[15]
+      base address      0x10f0000000 → 0xf0000000
+  ~ HBM[16]
+      base address      0x1100000000 → 0x100000000
+  ~ HBM[17]
+      base address      0x1110000000 → 0x110000000
+  ~ HBM[18]
+      base address      0x1120000000 → 0x120000000
+  ~ HBM[19]
+      base address      0x1130000000 → 0x130000000
+  ~ HBM[20]
+      base address      0x1140000000 → 0x140000000
+  ~ HBM[21]
+      base address      0x1150000000 → 0x150000000
+  ~ HBM[22]
+      base address      0x1160000000 → 0x160000000
+  ~ HBM[23]
+      base address      0x1170000000 → 0x170000000
+  ~ HBM[24]
+      base address      0x1180000000 → 0x180000000
+  ~ HBM[25]
+      base address      0x1190000000 → 0x190000000
+  ~ HBM[26]
+      base address      0x11a0000000 → 0x1a0000000
+  ~ HBM[27]
+      base address      0x11b0000000 → 0x1b0000000
+  ~ HBM[28]
+      base address      0x11c0000000 → 0x1c0000000
+  ~ HBM[29]
+      base address      0x11d0000000 → 0x1d0000000
+  ~ HBM[30]
+      base address      0x11e0000000 → 0x1e0000000
+  ~ HBM[31]
+      base address      0x11f0000000 → 0x1f0000000
+
+summary: 0 added, 0 removed, 42 changed
+"""
+
+
 class QvdiagTest(unittest.TestCase):
     def setUp(self):
         self.tmp = tempfile.mkdtemp(prefix="qvdiag-cli-")
@@ -59,6 +158,93 @@ class QvdiagTest(unittest.TestCase):
             return
         with open(path) as f:
             self.assertEqual(text, f.read(), "differs from " + path)
+
+    # --- qvdiag diff --------------------------------------------------------------------------
+    def example_diagram(self):
+        return os.path.join(self.golden_dir, "system_diagram.json")
+
+    def write(self, name, text):
+        path = os.path.join(self.tmp, name)
+        with open(path, "w") as f:
+            f.write(text)
+        return path
+
+    def test_diff_of_the_example_with_itself_prints_nothing(self):
+        self.assertRun(run("diff", self.example_diagram(), self.example_diagram()), 0,
+                       stdout="", stderr="")
+
+    def test_diff_json_of_the_example_with_itself_says_same(self):
+        result = run("diff", "--format", "json", self.example_diagram(), self.example_diagram())
+        self.assertRun(result, 0, stderr="")
+        document = json.loads(result.stdout)
+        self.assertEqual(document["same"], True)
+        self.assertEqual(document["summary"],
+                         {"added": 0, "removed": 0, "changed": 0, "unchanged": 119})
+
+    def test_diff_of_the_example_before_and_after_implementation(self):
+        before = os.path.join(self.tmp, "before")
+        after = os.path.join(self.tmp, "after")
+        self.assertRun(run("build", "--rtd", self.design("vector_pipeline.rtd.json"),
+                           "--platform", "qv_accel_h2_gen3x16",
+                           "--platform-path", os.path.join(self.examples, "platforms"),
+                           "--requests", self.design("vector_pipeline.requests.json"),
+                           "--utilization", self.design("vector_pipeline.synth.util.json"),
+                           "--utilization", self.design("vector_pipeline.place.util.json"),
+                           "--utilization", self.design("vector_pipeline.route.util.json"),
+                           "--out-dir", before, "--timestamp", FIXED_STAMP,
+                           cwd=os.path.join(self.examples, "design")), 0)
+        self.assertRun(self.build_example(after), 0)
+        old = os.path.join(before, "system_diagram.json")
+        new = os.path.join(after, "system_diagram.json")
+        result = run("diff", old, new)
+        self.assertRun(result, 1, stderr="")
+        self.assertEqual(result.stdout, BEFORE_AND_AFTER_IMPLEMENTATION)
+        result = run("diff", "--format", "json", old, new)
+        self.assertRun(result, 1, stderr="")
+        document = json.loads(result.stdout)
+        self.assertEqual(document["old"], old)
+        self.assertEqual(document["summary"],
+                         {"added": 0, "removed": 0, "changed": 42, "unchanged": 77})
+        groups = {group["group"]: group for group in document["groups"]}
+        self.assertEqual(groups["compute_units"]["entries"][0],
+                         {"change": "changed", "key": "consumer_1", "fields": [
+                             {"field": "base_address", "name": "base address", "old": "",
+                              "new": "0x1c50000", "delta": None, "percent": None,
+                              "share_of": None, "old_share": None, "new_share": None}]})
+        self.assertEqual(groups["memories"]["entries"][0]["fields"][0],
+                         {"field": "size_kb", "name": "size KB", "old": 16777216,
+                          "new": 8388608, "delta": -8388608, "percent": -50,
+                          "share_of": None, "old_share": None, "new_share": None})
+
+    def test_diff_of_an_unreadable_file_names_it(self):
+        bad = self.write("b.json", '{"system_diagram_metadata": {"colour": 1}}')
+        self.assertRun(run("diff", self.example_diagram(), bad), 2, stdout="",
+                       stderr="qvdiag diff: " + bad + ": Deserializing failed with error: "
+                              "(system_diagram_metadata) colour: Cannot find field..\n")
+        truncated = self.write("t.json", "{")
+        result = run("diff", truncated, self.example_diagram())
+        self.assertRun(result, 2, stdout="")
+        self.assertTrue(result.stderr.startswith(
+            "qvdiag diff: " + truncated + ": Deserializing failed with error: "), result.stderr)
+        missing = os.path.join(self.tmp, "missing.json")
+        self.assertRun(run("diff", self.example_diagram(), missing), 2, stdout="",
+                       stderr="qvdiag diff: " + missing +
+                              ": cannot be read: No such file or directory\n")
+
+    def test_diff_bad_usage(self):
+        self.assertRun(run("diff", self.example_diagram()), 2, stdout="")
+        result = run("diff", "--format", "xml", self.example_diagram(), self.example_diagram())
+        self.assertRun(result, 2, stdout="")
+        self.assertEqual(result.stderr.splitlines()[0], "--format: xml not in {text,json}")
+
+    def test_diff_help_explains_the_marks_and_the_exit_codes(self):
+        result = run("diff", "--help")
+        self.assertRun(result, 0, stderr="")
+        self.assertIn("Text marks: + added, - removed,\n~ changed, = unchanged (--all)",
+                      result.stdout)
+        self.assertIn("300.00 \u2192 281.25 MHz (\u22126.2%)", result.stdout)
+        self.assertIn("Exit 0: the same; 1: different; 2: bad usage or unreadable input",
+                      result.stdout)
 
     # --- qvdiag build -------------------------------------------------------------------------
     def build_example(self, out_dir, *extra):
@@ -171,7 +357,7 @@ class QvdiagTest(unittest.TestCase):
     # --- help and usage -----------------------------------------------------------------------
     def test_every_command_answers_help(self):
         for command in ([], ["build"], ["serve"], ["call"], ["session"], ["session", "create"],
-                        ["session", "fork"], ["session", "remove"]):
+                        ["session", "fork"], ["session", "remove"], ["diff"]):
             with self.subTest(command=command):
                 result = run(*command, "--help")
                 self.assertRun(result, 0, stderr="")
