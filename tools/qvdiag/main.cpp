@@ -6,10 +6,18 @@
 //   qvdiag session  create, fork and remove sessions of a running server
 //   qvdiag repo     check, dump and query a hardware repository file
 //   qvdiag diff     what changed between two stored diagrams
+//   qvdiag report   the flow report of a stored diagram
 #include <pthread.h>
 #include <signal.h>
 
+#include <unistd.h>
+
 #include <CLI/CLI.hpp>
+#include <boost/filesystem.hpp>
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <fstream>
 #include <iostream>
 #include <optional>
 #include <sstream>
@@ -217,6 +225,70 @@ int runDiff(DiffOptions const& options) {
   return diff.same() ? kExitSuccess : kExitFailure;
 }
 
+struct ReportOptions {
+  std::string diagram;
+  std::string format = "text";
+  std::string output;  // empty: standard output
+};
+
+// A file of ours that is removed when this object ends, unless it was renamed into place.
+class ScratchFile {
+ public:
+  explicit ScratchFile(std::string path) : path_(std::move(path)) {}
+  ~ScratchFile() {
+    if (!path_.empty()) std::remove(path_.c_str());
+  }
+  ScratchFile(ScratchFile const&) = delete;
+  ScratchFile& operator=(ScratchFile const&) = delete;
+  std::string const& path() const { return path_; }
+  void renameTo(std::string const& target) {
+    if (std::rename(path_.c_str(), target.c_str()) != 0) {
+      throw std::runtime_error("cannot write '" + target + "': " + std::strerror(errno));
+    }
+    path_.clear();
+  }
+
+ private:
+  std::string path_;
+};
+
+std::string readWhole(std::string const& path) {
+  std::ifstream in(path, std::ios::binary);
+  if (!in) throw std::runtime_error("cannot read '" + path + "': " + std::strerror(errno));
+  std::ostringstream text;
+  text << in.rdbuf();
+  return text.str();
+}
+
+// The flow report is the library's own: the diagram goes through the request path of a
+// compile server (ReadSystemDiagram, WriteFlowReport), so that the text is byte for byte what a
+// server writes. The report is written beside its target and renamed into place, so a reader
+// never sees half a report.
+int runReport(ServiceHost::Settings const& settings, ReportOptions const& options) {
+  // A diagram that cannot be read is the user's input, not the library's failure: it is read
+  // here first, with the library's rules, so that the message names the file and the reason.
+  try {
+    (void)qvviews::StoredDiagram::fromFile(options.diagram);
+  } catch (std::exception const& error) {
+    throw UsageError(error.what());
+  }
+  std::string const scratchBase =
+      options.output.empty()
+          ? (boost::filesystem::temp_directory_path() / "qvdiag-report").string()
+          : options.output;
+  ScratchFile scratch(scratchBase + ".tmp-" + std::to_string(::getpid()));
+  ServiceHost host(settings);
+  std::ostream quiet(nullptr);  // no progress lines: the report is the output
+  FlowBuild flow(host, quiet);
+  flow.writeReport(options.diagram, scratch.path());
+  if (!options.output.empty()) {
+    scratch.renameTo(options.output);
+    return kExitSuccess;
+  }
+  std::cout << readWhole(scratch.path()) << std::flush;
+  return kExitSuccess;
+}
+
 dispatch::Session sessionOf(std::string const& uuid, std::string const& name) {
   dispatch::Session session;
   session.set_uuid(uuid);
@@ -390,6 +462,21 @@ int main(int argc, char** argv) {
       ->check(CLI::IsMember({"text", "json"}));
   diff->add_flag("--all", diffOptions.all, "List what did not change as well");
 
+  // report
+  ServiceHost::Settings reportSettings;
+  ReportOptions reportOptions;
+  CLI::App* report = app.add_subcommand(
+      "report",
+      "Write the flow report of a stored system diagram, as the library writes it for a "
+      "server. Exit 0: written; 1: the library failed; 2: bad usage or unreadable input");
+  report->add_option("diagram", reportOptions.diagram, "The stored diagram (system_diagram.json)")
+      ->required();
+  report->add_option("--format", reportOptions.format, "text (default), the report itself")
+      ->check(CLI::IsMember({"text"}));
+  report->add_option("-o,--output", reportOptions.output,
+                     "Write the report to FILE (default: standard output)");
+  addHostOptions(*report, reportSettings);
+
   try {
     app.parse(argc, argv);
   } catch (CLI::ParseError const& error) {
@@ -404,6 +491,7 @@ int main(int argc, char** argv) {
     if (call->parsed()) return runCall(callServer, callSession, callType, callJson, callJsonFile);
     if (repo->parsed()) return runRepo(repoOptions);
     if (diff->parsed()) return runDiff(diffOptions);
+    if (report->parsed()) return runReport(reportSettings, reportOptions);
     RemoteClient client(serverAddress(sessionServer));
     if (create->parsed()) {
       std::cout << client.createSession(sessionOf(sessionUuid, sessionName)).uuid() << std::endl;

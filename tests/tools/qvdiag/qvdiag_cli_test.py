@@ -246,6 +246,35 @@ class QvdiagTest(unittest.TestCase):
         self.assertIn("Exit 0: the same; 1: different; 2: bad usage or unreadable input",
                       result.stdout)
 
+    # --- qvdiag report ------------------------------------------------------------------------
+    def golden_report(self):
+        with open(os.path.join(self.golden_dir, "flow_report.txt")) as f:
+            return f.read().replace("@VERSION@", self.version())
+
+    def test_report_of_the_example_is_the_report_of_its_build(self):
+        result = run("report", self.example_diagram(), "--timestamp", FIXED_STAMP)
+        self.assertRun(result, 0, stderr="")
+        self.assertEqual(result.stdout, self.golden_report())
+
+    def test_report_to_a_file_leaves_nothing_else_behind(self):
+        out = os.path.join(self.tmp, "report.txt")
+        result = run("report", self.example_diagram(), "-o", out, "--timestamp", FIXED_STAMP)
+        self.assertRun(result, 0, stdout="", stderr="")
+        with open(out) as f:
+            self.assertEqual(f.read(), self.golden_report())
+        self.assertEqual(os.listdir(self.tmp), ["report.txt"])
+
+    def test_report_of_an_unreadable_file_names_it(self):
+        bad = self.write("b.json", '{"system_diagram_metadata": {"colour": 1}}')
+        self.assertRun(run("report", bad), 2, stdout="",
+                       stderr="qvdiag report: " + bad + ": Deserializing failed with error: "
+                              "(system_diagram_metadata) colour: Cannot find field..\n")
+        missing = os.path.join(self.tmp, "missing.json")
+        self.assertRun(run("report", missing), 2, stdout="",
+                       stderr="qvdiag report: " + missing +
+                              ": cannot be read: No such file or directory\n")
+        self.assertRun(run("report"), 2, stdout="")
+
     # --- qvdiag build -------------------------------------------------------------------------
     def build_example(self, out_dir, *extra):
         return run("build", "--rtd", self.design("vector_pipeline.rtd.json"),
@@ -357,7 +386,7 @@ class QvdiagTest(unittest.TestCase):
     # --- help and usage -----------------------------------------------------------------------
     def test_every_command_answers_help(self):
         for command in ([], ["build"], ["serve"], ["call"], ["session"], ["session", "create"],
-                        ["session", "fork"], ["session", "remove"], ["diff"]):
+                        ["session", "fork"], ["session", "remove"], ["diff"], ["report"]):
             with self.subTest(command=command):
                 result = run(*command, "--help")
                 self.assertRun(result, 0, stderr="")
