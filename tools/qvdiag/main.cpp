@@ -39,6 +39,7 @@
 #include "tools/qvdiag/ServiceHost.h"
 #include "tools/qvdiag/UsageError.h"
 #include "views/DiagramDiff.h"
+#include "views/FlowReportData.h"
 #include "views/StoredDiagram.h"
 
 namespace {
@@ -68,7 +69,11 @@ void addHostOptions(CLI::App& command, ServiceHost::Settings& settings) {
       ->default_val(1);
 }
 
-int runBuild(ServiceHost::Settings const& settings, FlowBuild::Inputs const& inputs) {
+// flow_report.json beside `reportFile` (below, with the report command); returns its path.
+std::string writeReportJson(std::string const& reportFile);
+
+int runBuild(ServiceHost::Settings const& settings, FlowBuild::Inputs const& inputs,
+             bool reportJson) {
   ServiceHost host(settings);
   FlowBuild flow(host, std::cerr);
   FlowBuild::Result const written = flow.run(inputs);
@@ -77,6 +82,9 @@ int runBuild(ServiceHost::Settings const& settings, FlowBuild::Inputs const& inp
   summary.print(std::cout);
   std::cout << "  diagram          " << written.diagramFile << '\n'
             << "  flow report      " << written.reportFile << std::endl;
+  if (reportJson) {
+    std::cout << "  report as JSON   " << writeReportJson(written.reportFile) << std::endl;
+  }
   return kExitSuccess;
 }
 
@@ -281,12 +289,37 @@ int runReport(ServiceHost::Settings const& settings, ReportOptions const& option
   std::ostream quiet(nullptr);  // no progress lines: the report is the output
   FlowBuild flow(host, quiet);
   flow.writeReport(options.diagram, scratch.path());
+  if (options.format == "json") {
+    std::ostringstream json;
+    qvviews::FlowReportData::fromText(readWhole(scratch.path())).writeJson(json);
+    std::ofstream out(scratch.path(), std::ios::binary | std::ios::trunc);
+    out << json.str();
+    out.close();
+    if (!out) throw std::runtime_error("cannot write '" + scratch.path() + "'");
+  }
   if (!options.output.empty()) {
     scratch.renameTo(options.output);
     return kExitSuccess;
   }
   std::cout << readWhole(scratch.path()) << std::flush;
   return kExitSuccess;
+}
+
+// flow_report.json beside the text report of a build, from the text the library wrote.
+std::string writeReportJson(std::string const& reportFile) {
+  std::string const target =
+      (boost::filesystem::path(reportFile).parent_path() / "flow_report.json").string();
+  std::ostringstream json;
+  qvviews::FlowReportData::fromText(readWhole(reportFile)).writeJson(json);
+  ScratchFile scratch(target + ".tmp-" + std::to_string(::getpid()));
+  {
+    std::ofstream out(scratch.path(), std::ios::binary | std::ios::trunc);
+    out << json.str();
+    out.close();
+    if (!out) throw std::runtime_error("cannot write '" + scratch.path() + "'");
+  }
+  scratch.renameTo(target);
+  return target;
 }
 
 dispatch::Session sessionOf(std::string const& uuid, std::string const& name) {
@@ -357,6 +390,12 @@ int main(int argc, char** argv) {
   build->add_option("--generated-detail-b", inputs.generatedDetailB,
                     "Second detail of the build record (default: the platform as given)");
   build->add_flag("--generated-flag", inputs.generatedFlag, "Set the build record's flag");
+  std::string reportFormat = "text";
+  build
+      ->add_option("--report-format", reportFormat,
+                   "text (default): flow_report.txt; json or both: also flow_report.json, the "
+                   "report's sections as data (docs/flow-report.md)")
+      ->check(CLI::IsMember({"text", "json", "both"}));
   addHostOptions(*build, buildSettings);
 
   // serve
@@ -471,8 +510,11 @@ int main(int argc, char** argv) {
       "server. Exit 0: written; 1: the library failed; 2: bad usage or unreadable input");
   report->add_option("diagram", reportOptions.diagram, "The stored diagram (system_diagram.json)")
       ->required();
-  report->add_option("--format", reportOptions.format, "text (default), the report itself")
-      ->check(CLI::IsMember({"text"}));
+  report
+      ->add_option("--format", reportOptions.format,
+                   "text (default): the report itself; json: its seven sections as data "
+                   "(docs/flow-report.md)")
+      ->check(CLI::IsMember({"text", "json"}));
   report->add_option("-o,--output", reportOptions.output,
                      "Write the report to FILE (default: standard output)");
   addHostOptions(*report, reportSettings);
@@ -486,7 +528,7 @@ int main(int argc, char** argv) {
 
   char const* command = app.get_subcommands().front()->get_name().c_str();
   try {
-    if (build->parsed()) return runBuild(buildSettings, inputs);
+    if (build->parsed()) return runBuild(buildSettings, inputs, reportFormat != "text");
     if (serve->parsed()) return runServe(serveSettings, listen, allowRemote);
     if (call->parsed()) return runCall(callServer, callSession, callType, callJson, callJsonFile);
     if (repo->parsed()) return runRepo(repoOptions);

@@ -26,6 +26,66 @@ def run(*arguments, timeout=60, cwd=None):
                           stderr=subprocess.PIPE, text=True, timeout=timeout, cwd=cwd)
 
 
+NUMBER = re.compile(r"-?[0-9]+(\.[0-9]+)?( MHz)?")
+
+
+def report_text_values(text):
+    """Every value the text report prints, in order, read by the report's layout."""
+    lines = text.split("\n")
+    values = [("Version", lines[1][12:]), ("Copyright", lines[2][12:]), ("Created", lines[3][12:])]
+    i = 6
+    while i < len(lines):
+        line = lines[i]
+        following = lines[i + 1] if i + 1 < len(lines) else ""
+        if line and following == "=" * len(line):
+            values.append(("section", line))
+            i += 2
+            continue
+        if line and following == "-" * len(line) and not line.startswith("+"):
+            values.append(("group", line))
+            i += 2
+            continue
+        if not line or line.startswith("+"):
+            i += 1
+            continue
+        if line.startswith("|"):
+            kind = "column" if lines[i - 1].startswith("+") and lines[i + 1].startswith("+") \
+                and (i < 2 or not lines[i - 2].startswith("|")) else "cell"
+            values.extend((kind, cell.strip()) for cell in line.split("|")[1:-1])
+            i += 1
+            continue
+        key, colon, value = line.partition(": ")
+        values.append((key, value) if colon else ("label", line))
+        i += 1
+    return values
+
+
+def report_json_values(document):
+    """The same values from the JSON of the report, in the same order."""
+    values = [("Version", document["version"]), ("Copyright", document["copyright"]),
+              ("Created", document["created"])]
+    for section in document["sections"]:
+        if not section["written"]:
+            continue
+        values.append(("section", "%d. %s" % (section["number"], section["title"])))
+        group = None
+        for item in section["items"]:
+            if item["group"] != group:
+                group = item["group"]
+                values.append(("group", group))
+            if "values" in item:
+                values.extend(item["values"].items())
+                continue
+            if item["label"] is not None:
+                key, colon, value = item["label"].partition(": ")
+                values.append((key, value) if colon else ("label", item["label"]))
+            values.extend(("column", column) for column in item["columns"])
+            for row in item["rows"]:
+                values.extend(("cell", cell) for cell in row)
+    return values
+
+
+
 # qvdiag diff of the example built without and with the rtd file after implementation: the
 # compute units get their base addresses, the memories move and two banks fall out of use.
 BEFORE_AND_AFTER_IMPLEMENTATION = """\
@@ -274,6 +334,62 @@ class QvdiagTest(unittest.TestCase):
                        stderr="qvdiag report: " + missing +
                               ": cannot be read: No such file or directory\n")
         self.assertRun(run("report"), 2, stdout="")
+
+    def assertReportJsonHoldsEveryValue(self, diagram):
+        text = run("report", diagram, "--timestamp", FIXED_STAMP)
+        self.assertRun(text, 0, stderr="")
+        result = run("report", "--format", "json", diagram, "--timestamp", FIXED_STAMP)
+        self.assertRun(result, 0, stderr="")
+        printed = report_text_values(text.stdout)
+        data = report_json_values(json.loads(result.stdout))
+        self.assertEqual([key for key, _ in data], [key for key, _ in printed])
+        for (key, shown), (_, value) in zip(printed, data):
+            with self.subTest(key=key, shown=shown):
+                if shown in ("", "N/A", "not_specified"):
+                    self.assertIsNone(value)
+                elif NUMBER.fullmatch(shown):
+                    self.assertIsInstance(value, (int, float))
+                    self.assertEqual(value, float(shown.replace(" MHz", "")))
+                    if "." not in shown:
+                        self.assertIsInstance(value, int)
+                else:
+                    self.assertEqual(value, shown)
+        return printed
+
+    def test_report_json_of_the_example_holds_every_value_of_the_text(self):
+        printed = self.assertReportJsonHoldsEveryValue(self.example_diagram())
+        self.assertIn(("Achieved Kernel Clock Frequency", "450.00 MHz"), printed)
+        self.assertIn(("section", "7. Compute Unit Utilization per SLR"), printed)
+
+    def test_report_json_of_a_multi_slr_multi_state_diagram_holds_every_value(self):
+        with open(self.example_diagram()) as f:
+            diagram = json.load(f)
+        region = diagram["system_diagram_metadata"]["qrxbin"]["user_regions"][0]
+        # mmult_1 spreads over both SLRs, with the same rows in each, as the report's tables
+        # need; every compute unit has three design states already.
+        unit = next(u for u in region["compute_units"] if u["name"] == "mmult_1")
+        unit["slr_resources"].append({"slr": "SLR1", "utilization": [
+            {"resource": "LUT", "used": "1200", "available": "427200"},
+            {"resource": "REG", "used": "2300", "available": "854400"},
+            {"resource": "BRAM", "used": "4", "available": "696"}]})
+        path = self.write("multi_slr.json", json.dumps(diagram))
+        printed = self.assertReportJsonHoldsEveryValue(path)
+        self.assertIn(("column", "SLR1 %"), printed)
+
+    def test_report_json_at_build_time_matches_the_report_command(self):
+        out_dir = os.path.join(self.tmp, "out")
+        result = self.build_example(out_dir, "--report-format", "both")
+        self.assertRun(result, 0)
+        self.assertIn("  report as JSON   " + os.path.join(out_dir, "flow_report.json") + "\n",
+                      result.stdout)
+        self.assertEqual(sorted(os.listdir(out_dir)),
+                         ["flow_report.json", "flow_report.txt", "system_diagram.json"])
+        with open(os.path.join(out_dir, "flow_report.json")) as f:
+            built = f.read()
+        reported = run("report", "--format", "json", os.path.join(out_dir, "system_diagram.json"),
+                       "--timestamp", FIXED_STAMP)
+        self.assertRun(reported, 0, stderr="")
+        self.assertEqual(built, reported.stdout)
 
     # --- qvdiag build -------------------------------------------------------------------------
     def build_example(self, out_dir, *extra):
