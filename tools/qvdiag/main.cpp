@@ -280,11 +280,14 @@ int runReport(ServiceHost::Settings const& settings, ReportOptions const& option
   } catch (std::exception const& error) {
     throw UsageError(error.what());
   }
-  std::string const scratchBase =
+  // Beside the target, so that the rename stays within one file system; for standard output a
+  // name in the temporary directory that nobody can guess in advance.
+  ScratchFile scratch(
       options.output.empty()
-          ? (boost::filesystem::temp_directory_path() / "qvdiag-report").string()
-          : options.output;
-  ScratchFile scratch(scratchBase + ".tmp-" + std::to_string(::getpid()));
+          ? (boost::filesystem::temp_directory_path() /
+             boost::filesystem::unique_path("qvdiag-report-%%%%-%%%%-%%%%-%%%%.tmp"))
+                .string()
+          : options.output + ".tmp-" + std::to_string(::getpid()));
   ServiceHost host(settings);
   std::ostream quiet(nullptr);  // no progress lines: the report is the output
   FlowBuild flow(host, quiet);
