@@ -17,8 +17,8 @@
 namespace {
 
 void writeBoth(qvviews::StoredDiagram const& before, qvviews::StoredDiagram const& after) {
-  qvviews::DiagramDiff const diff = qvviews::DiagramDiff::compare(before, after);
   for (bool all : {false, true}) {
+    qvviews::DiagramDiff const diff = qvviews::DiagramDiff::compare(before, after, all);
     std::ostringstream text, json;
     diff.writeText(text, all);
     diff.writeJson(json, all, "a.json", "b.json");

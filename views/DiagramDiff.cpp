@@ -188,10 +188,14 @@ std::string lower(std::string text) {
 
 std::string stateName(pb::DesignState state) {
   switch (state) {
-    case pb::DESIGN_STATE_SYNTHESIZED: return "Synthesized";
-    case pb::DESIGN_STATE_FULLY_PLACED: return "Fully Placed";
-    case pb::DESIGN_STATE_ROUTED: return "Routed";
-    default: return "unset";
+    case pb::DESIGN_STATE_SYNTHESIZED:
+      return "Synthesized";
+    case pb::DESIGN_STATE_FULLY_PLACED:
+      return "Fully Placed";
+    case pb::DESIGN_STATE_ROUTED:
+      return "Routed";
+    default:
+      return "unset";
   }
 }
 
@@ -201,7 +205,8 @@ class Side {
   explicit Side(StoredDiagram::Root const& root)
       : qsa_(root.system_diagram_metadata().qsa()),
         qrxbin_(root.system_diagram_metadata().qrxbin()) {
-    for (auto const& memory : qsa_.device_topology()) memoryTags_.emplace(memory.id(), memory.tag());
+    for (auto const& memory : qsa_.device_topology())
+      memoryTags_.emplace(memory.id(), memory.tag());
     for (auto const& region : qrxbin_.user_regions()) {
       for (auto const& unit : region.compute_units()) unitNames_.emplace(unit.id(), unit.name());
       for (auto const& slr : region.available_resources().by_slr()) slrs_.emplace(slr.slr(), &slr);
@@ -264,11 +269,11 @@ class Side {
         auto const& source = connection.source();
         auto const& destination = connection.destination();
         std::string const pin = source.pin().empty() ? source.arg_name() : source.pin();
-        records.push_back(Record{instanceOf(source) + "." + pin + " " + kArrow + " " +
-                                     (destination.type() == "memory"
-                                          ? lookup(memoryTags_, destination.id())
-                                          : instanceOf(destination)),
-                                 {}});
+        records.push_back(
+            Record{instanceOf(source) + "." + pin + " " + kArrow + " " +
+                       (destination.type() == "memory" ? lookup(memoryTags_, destination.id())
+                                                       : instanceOf(destination)),
+                   {}});
       }
     }
     return records;
@@ -280,10 +285,10 @@ class Side {
       Record record{"clock " + std::to_string(clock.id()), {}};
       record.values.push_back(textValue("name", "name", clock.name()));
       record.values.push_back(megahertzValue("platform", "platform_mhz", clock.frequency()));
-      record.values.push_back(megahertzValue("requested", "requested_mhz",
-                                             clock.requested_frequency()));
-      record.values.push_back(megahertzValue("achieved", "achieved_mhz",
-                                             clock.achieved_frequency()));
+      record.values.push_back(
+          megahertzValue("requested", "requested_mhz", clock.requested_frequency()));
+      record.values.push_back(
+          megahertzValue("achieved", "achieved_mhz", clock.achieved_frequency()));
       record.values.push_back(textValue("status", "status", pb::ClockStatus_Name(clock.status())));
       records.push_back(std::move(record));
     }
@@ -297,10 +302,10 @@ class Side {
         for (auto const& pin : unit.clock_refs()) {
           Record record{unit.name() + "." + pin.name(), {}};
           record.values.push_back(textValue("clock id", "clock_id", pin.clock_id()));
-          record.values.push_back(megahertzValue("requested", "requested_mhz",
-                                                 pin.requested_frequency()));
-          record.values.push_back(megahertzValue("achieved", "achieved_mhz",
-                                                 pin.achieved_frequency()));
+          record.values.push_back(
+              megahertzValue("requested", "requested_mhz", pin.requested_frequency()));
+          record.values.push_back(
+              megahertzValue("achieved", "achieved_mhz", pin.achieved_frequency()));
           records.push_back(std::move(record));
         }
       }
@@ -339,7 +344,8 @@ class Side {
         for (auto const& use : unit.slr_resources()) {
           Record record{unit.name() + " " + use.slr(), {}};
           for (auto const& resource : use.utilization()) {
-            Value value = countValue(resource.resource(), lower(resource.resource()), resource.used());
+            Value value =
+                countValue(resource.resource(), lower(resource.resource()), resource.used());
             value.shareOf = use.slr();
             value.total = parseNumber(resource.available());
             record.values.push_back(std::move(value));
@@ -380,7 +386,8 @@ class Side {
       // The five resources of the region first, in their usual order, then any other word.
       for (std::size_t i = 0; i < 5; ++i) {
         auto const sum = sums.find(kResourceNames[i]);
-        std::string const available = found == slrs_.end() ? "" : resourceOf(*found->second, kResourceIds[i]);
+        std::string const available =
+            found == slrs_.end() ? "" : resourceOf(*found->second, kResourceIds[i]);
         if (sum == sums.end() && available.empty()) continue;
         Value value = countValue(kResourceNames[i] + " used", kResourceIds[i] + "_used",
                                  std::to_string(sum == sums.end() ? 0 : sum->second));
@@ -393,7 +400,8 @@ class Side {
       }
       for (auto const& [word, sum] : sums) {
         if (shown.count(word) > 0) continue;
-        record.values.push_back(countValue(word + " used", lower(word) + "_used", std::to_string(sum)));
+        record.values.push_back(
+            countValue(word + " used", lower(word) + "_used", std::to_string(sum)));
       }
       records.push_back(std::move(record));
     }
@@ -465,7 +473,8 @@ double weightOf(Field const& field) {
   return std::fabs(*after - *before);
 }
 
-Group compareRecords(std::string id, std::string title, Records before, Records after) {
+Group compareRecords(std::string id, std::string title, Records before, Records after,
+                     bool keepUnchanged) {
   makeKeysUnique(before);
   makeKeysUnique(after);
   // Views of the keys of `before`, which stay in place until the lookups are done.
@@ -478,7 +487,7 @@ Group compareRecords(std::string id, std::string title, Records before, Records 
   // compute units has half a million connection keys, and copying them would double the
   // memory the comparison takes.
   std::vector<Entry> added, removed, changed, same;
-  same.reserve(after.size());
+  std::size_t unchanged = 0;
   for (Record& record : after) {
     auto const found = beforeIndex.find(record.key);
     if (found == beforeIndex.end()) {
@@ -512,7 +521,8 @@ Group compareRecords(std::string id, std::string title, Records before, Records 
       if (!oldSeen[i]) entry.fields.push_back(removedField(old.values[i]));
     }
     if (entry.fields.empty()) {
-      same.push_back(std::move(entry));
+      ++unchanged;
+      if (keepUnchanged) same.push_back(std::move(entry));
       continue;
     }
     entry.change = Change::kChanged;
@@ -537,6 +547,7 @@ Group compareRecords(std::string id, std::string title, Records before, Records 
   Group group;
   group.id = std::move(id);
   group.title = std::move(title);
+  group.unchanged = unchanged;
   group.entries.reserve(added.size() + removed.size() + changed.size() + same.size());
   for (auto* part : {&added, &removed, &changed, &same}) {
     for (Entry& entry : *part) group.entries.push_back(std::move(entry));
@@ -573,10 +584,13 @@ std::string shownChange(Field const& field) {
     if (before && after) {
       std::string text = withSeparators(*before) + arrow + withSeparators(*after) + " (" +
                          signedCount(*after - *before);
-      if (*before != 0) text += ", " + signedPercent(roundedPercent(double(*after - *before), double(*before)));
-      if (field.beforeTotal && field.afterTotal && *field.beforeTotal > 0 && *field.afterTotal > 0) {
+      if (*before != 0)
+        text += ", " + signedPercent(roundedPercent(double(*after - *before), double(*before)));
+      if (field.beforeTotal && field.afterTotal && *field.beforeTotal > 0 &&
+          *field.afterTotal > 0) {
         text += "; " + fixed(roundedPercent(double(*before), *field.beforeTotal), 1) + "%" + arrow +
-                fixed(roundedPercent(double(*after), *field.afterTotal), 1) + "% of " + field.shareOf;
+                fixed(roundedPercent(double(*after), *field.afterTotal), 1) + "% of " +
+                field.shareOf;
       }
       return text + ")";
     }
@@ -586,7 +600,8 @@ std::string shownChange(Field const& field) {
     std::optional<double> const after = parseNumber(*field.after);
     if (before && after) {
       std::string text = fixed(*before, 2) + arrow + fixed(*after, 2) + " MHz";
-      if (*before > 0) text += " (" + signedPercent(roundedPercent(*after - *before, *before)) + ")";
+      if (*before > 0)
+        text += " (" + signedPercent(roundedPercent(*after - *before, *before)) + ")";
       return text;
     }
   }
@@ -603,27 +618,37 @@ std::size_t columns(std::string const& text) {
 
 std::string padded(std::string text, std::size_t width) {
   std::size_t const used = columns(text);
-  if (used < width) text.append(width - used, ' ');
-  else text += ' ';
+  if (used < width)
+    text.append(width - used, ' ');
+  else
+    text += ' ';
   return text;
 }
 
 char const* markOf(Change change) {
   switch (change) {
-    case Change::kAdded: return "+";
-    case Change::kRemoved: return "-";
-    case Change::kChanged: return "~";
-    case Change::kSame: return "=";
+    case Change::kAdded:
+      return "+";
+    case Change::kRemoved:
+      return "-";
+    case Change::kChanged:
+      return "~";
+    case Change::kSame:
+      return "=";
   }
   return "?";
 }
 
 char const* changeWord(Change change) {
   switch (change) {
-    case Change::kAdded: return "added";
-    case Change::kRemoved: return "removed";
-    case Change::kChanged: return "changed";
-    case Change::kSame: return "unchanged";
+    case Change::kAdded:
+      return "added";
+    case Change::kRemoved:
+      return "removed";
+    case Change::kChanged:
+      return "changed";
+    case Change::kSame:
+      return "unchanged";
   }
   return "?";
 }
@@ -641,7 +666,10 @@ struct Counts {
 
 Counts countsOf(Group const& group) {
   Counts counts;
-  for (Entry const& entry : group.entries) counts.count(entry.change);
+  for (Entry const& entry : group.entries) {
+    if (entry.change != Change::kSame) counts.count(entry.change);
+  }
+  counts.same = group.unchanged;
   return counts;
 }
 
@@ -656,11 +684,21 @@ void writeJsonString(std::ostream& out, std::string const& text) {
   out << '"';
   for (unsigned char c : text) {
     switch (c) {
-      case '"': out << "\\\""; break;
-      case '\\': out << "\\\\"; break;
-      case '\n': out << "\\n"; break;
-      case '\r': out << "\\r"; break;
-      case '\t': out << "\\t"; break;
+      case '"':
+        out << "\\\"";
+        break;
+      case '\\':
+        out << "\\\\";
+        break;
+      case '\n':
+        out << "\\n";
+        break;
+      case '\r':
+        out << "\\r";
+        break;
+      case '\t':
+        out << "\\t";
+        break;
       default:
         if (c < 0x20) {
           char buffer[8];
@@ -744,25 +782,26 @@ void writeJsonField(std::ostream& out, Field const& field) {
 
 }  // namespace
 
-DiagramDiff DiagramDiff::compare(StoredDiagram const& before, StoredDiagram const& after) {
+DiagramDiff DiagramDiff::compare(StoredDiagram const& before, StoredDiagram const& after,
+                                 bool keepUnchanged) {
   Side const old(before.root());
   Side const now(after.root());
   DiagramDiff diff;
-  diff.groups_.push_back(compareRecords("platform", "platform", old.platform(), now.platform()));
-  diff.groups_.push_back(
-      compareRecords("compute_units", "compute units", old.computeUnits(), now.computeUnits()));
-  diff.groups_.push_back(compareRecords("kernels", "kernels", old.kernels(), now.kernels()));
-  diff.groups_.push_back(compareRecords("memories", "memories", old.memories(), now.memories()));
-  diff.groups_.push_back(
-      compareRecords("connections", "connections", old.connections(), now.connections()));
-  diff.groups_.push_back(compareRecords("clocks", "clocks", old.clocks(), now.clocks()));
-  diff.groups_.push_back(
-      compareRecords("clock_pins", "clock pins", old.clockPins(), now.clockPins()));
-  diff.groups_.push_back(
-      compareRecords("resources", "resources", old.resources(), now.resources()));
-  diff.groups_.push_back(compareRecords("slr_use", "SLR use", old.slrUse(), now.slrUse()));
-  diff.groups_.push_back(
-      compareRecords("slr_totals", "SLR totals", old.slrTotals(), now.slrTotals()));
+  auto const add = [&diff, keepUnchanged](char const* id, char const* title, Records before_,
+                                          Records after_) {
+    diff.groups_.push_back(
+        compareRecords(id, title, std::move(before_), std::move(after_), keepUnchanged));
+  };
+  add("platform", "platform", old.platform(), now.platform());
+  add("compute_units", "compute units", old.computeUnits(), now.computeUnits());
+  add("kernels", "kernels", old.kernels(), now.kernels());
+  add("memories", "memories", old.memories(), now.memories());
+  add("connections", "connections", old.connections(), now.connections());
+  add("clocks", "clocks", old.clocks(), now.clocks());
+  add("clock_pins", "clock pins", old.clockPins(), now.clockPins());
+  add("resources", "resources", old.resources(), now.resources());
+  add("slr_use", "SLR use", old.slrUse(), now.slrUse());
+  add("slr_totals", "SLR totals", old.slrTotals(), now.slrTotals());
 
   auto const& qsaBefore = before.root().system_diagram_metadata().qsa();
   auto const& qsaAfter = after.root().system_diagram_metadata().qsa();

@@ -4,7 +4,7 @@
 //
 //   StoredDiagram const before = StoredDiagram::fromFile("old.json");
 //   StoredDiagram const after = StoredDiagram::fromFile("new.json");
-//   DiagramDiff const diff = DiagramDiff::compare(before, after);
+//   DiagramDiff const diff = DiagramDiff::compare(before, after, /*keepUnchanged=*/false);
 //   if (!diff.same()) diff.writeText(std::cout, /*all=*/false);
 //
 // Entries are matched by their natural keys, never by their position or their stored id, so
@@ -58,13 +58,17 @@ class DiagramDiff {
   };
 
   struct Group {
-    std::string id;     // "compute_units"
-    std::string title;  // "compute units"
-    std::vector<Entry> entries;  // added, removed, changed (largest first), unchanged
+    std::string id;              // "compute_units"
+    std::string title;           // "compute units"
+    std::vector<Entry> entries;  // added, removed, changed (largest first), unchanged if kept
+    std::size_t unchanged = 0;   // counted whether kept or not
   };
 
-  // Compares `before` with `after`; neither needs to outlive the result.
-  static DiagramDiff compare(StoredDiagram const& before, StoredDiagram const& after);
+  // Compares `before` with `after`; neither needs to outlive the result. Unchanged entries are
+  // only counted unless `keepUnchanged`: a big design has hundreds of thousands of them, and
+  // listing them is what --all asks for, not the usual question.
+  static DiagramDiff compare(StoredDiagram const& before, StoredDiagram const& after,
+                             bool keepUnchanged);
 
   // Whether nothing at all differs.
   bool same() const;
@@ -73,8 +77,8 @@ class DiagramDiff {
   std::vector<Group> const& groups() const { return groups_; }
 
   // The text for a person, lines of at most 100 columns for keys and values of usual length.
-  // Nothing at all when the diagrams are the same and `all` is false; with `all`, unchanged
-  // entries are listed too.
+  // Nothing at all when the diagrams are the same and `all` is false; with `all`, the unchanged
+  // entries that compare() kept are listed too, and the counts of unchanged entries shown.
   void writeText(std::ostream& out, bool all) const;
   // The JSON document of docs/formats.md ("Diagram differences"); `beforeName` and
   // `afterName` are recorded in it as the two files.

@@ -9,10 +9,13 @@ namespace qvviews {
 namespace {
 
 // The section titles and their order, as the report writes them.
-char const* const kTitles[] = {
-    "Kernel and compute unit information", "Interface Connections", "Clock Connections",
-    "Reset Connections", "Clock Summary", "SLR Utilization per Compute Unit",
-    "Compute Unit Utilization per SLR"};
+char const* const kTitles[] = {"Kernel and compute unit information",
+                               "Interface Connections",
+                               "Clock Connections",
+                               "Reset Connections",
+                               "Clock Summary",
+                               "SLR Utilization per Compute Unit",
+                               "Compute Unit Utilization per SLR"};
 constexpr int kSections = 7;
 constexpr std::size_t kHeadingWidth = 68;
 
@@ -154,8 +157,10 @@ FlowReportData FlowReportData::fromText(std::string const& text) {
     if (line.front() == '+') {
       std::vector<std::size_t> edges;
       for (std::size_t p = 0; p < line.size(); ++p) {
-        if (line[p] == '+') edges.push_back(p);
-        else if (line[p] != '-') fail(i, "a table border with '" + line.substr(p, 1) + "'");
+        if (line[p] == '+')
+          edges.push_back(p);
+        else if (line[p] != '-')
+          fail(i, "a table border with '" + line.substr(p, 1) + "'");
       }
       if (edges.size() < 2 || edges.back() != line.size() - 1) fail(i, "a broken table border");
       if (i + 2 >= lines.size() || lines[i + 2] != line) fail(i, "a table without its header");
@@ -173,7 +178,8 @@ FlowReportData FlowReportData::fromText(std::string const& text) {
       label.clear();
       table.columns = cellsOf(lines[i + 1], edges, i + 1);
       std::size_t j = i + 3;
-      for (; j < lines.size() && lines[j] != line; ++j) table.rows.push_back(cellsOf(lines[j], edges, j));
+      for (; j < lines.size() && lines[j] != line; ++j)
+        table.rows.push_back(cellsOf(lines[j], edges, j));
       if (j == lines.size()) fail(i, "a table without its closing border");
       section->items.push_back(std::move(table));
       i = j;
@@ -219,8 +225,10 @@ void FlowReportData::writeJson(std::ostream& out) const {
     for (std::size_t i = 0; i < section.items.size(); ++i) {
       Item const& item = section.items[i];
       out << (i ? ",\n" : "\n") << "      {\"group\": ";
-      if (item.group.empty()) out << "null";
-      else writeString(out, item.group);
+      if (item.group.empty())
+        out << "null";
+      else
+        writeString(out, item.group);
       if (!item.isTable) {
         out << ", \"values\": {";
         for (std::size_t v = 0; v < item.values.size(); ++v) {
@@ -233,8 +241,10 @@ void FlowReportData::writeJson(std::ostream& out) const {
         continue;
       }
       out << ", \"label\": ";
-      if (item.label.empty()) out << "null";
-      else writeString(out, item.label);
+      if (item.label.empty())
+        out << "null";
+      else
+        writeString(out, item.label);
       out << ",\n       \"columns\": [";
       for (std::size_t c = 0; c < item.columns.size(); ++c) {
         out << (c ? ", " : "");

@@ -32,8 +32,8 @@ StoredDiagram StoredDiagram::fromText(std::string const& text, std::string const
   options.case_insensitive_enum_parsing = false;
   auto const status = google::protobuf::util::JsonStringToMessage(text, root.get(), options);
   if (!status.ok()) {
-    throw std::runtime_error(name + ": Deserializing failed with error: " +
-                             std::string(status.message()) + ".");
+    throw std::runtime_error(
+        name + ": Deserializing failed with error: " + std::string(status.message()) + ".");
   }
   return StoredDiagram(std::move(root), name);
 }

@@ -133,14 +133,15 @@ class DiagramDiffTest : public ::testing::Test {
   static std::string text(pb::outerContainer const& before, pb::outerContainer const& after,
                           bool all = false) {
     std::ostringstream out;
-    DiagramDiff::compare(stored(before, "a.json"), stored(after, "b.json")).writeText(out, all);
+    DiagramDiff::compare(stored(before, "a.json"), stored(after, "b.json"), all)
+        .writeText(out, all);
     return out.str();
   }
 
   static std::string json(pb::outerContainer const& before, pb::outerContainer const& after,
                           bool all = false) {
     std::ostringstream out;
-    DiagramDiff::compare(stored(before, "a.json"), stored(after, "b.json"))
+    DiagramDiff::compare(stored(before, "a.json"), stored(after, "b.json"), all)
         .writeJson(out, all, "a.json", "b.json");
     return out.str();
   }
@@ -317,7 +318,8 @@ TEST_F(DiagramDiffTest, ReorderedAndRenumberedEntriesAreTheSame) {
   region.mutable_kernels()->SwapElements(0, 1);
   qsaOf(after).mutable_clocks()->SwapElements(0, 1);
   EXPECT_EQ(text(base(), after), "");
-  EXPECT_TRUE(DiagramDiff::compare(stored(base(), "a.json"), stored(after, "b.json")).same());
+  EXPECT_TRUE(
+      DiagramDiff::compare(stored(base(), "a.json"), stored(after, "b.json"), false).same());
 }
 
 TEST_F(DiagramDiffTest, ComputeUnitsAddedAndRemoved) {

@@ -221,7 +221,7 @@ int runDiff(DiffOptions const& options) {
   } catch (std::exception const& error) {
     throw UsageError(error.what());
   }
-  qvviews::DiagramDiff const diff = qvviews::DiagramDiff::compare(*before, *after);
+  qvviews::DiagramDiff const diff = qvviews::DiagramDiff::compare(*before, *after, options.all);
   // The whole output is composed first: a failure halfway leaves no half document behind.
   std::ostringstream text;
   if (options.format == "json") {
