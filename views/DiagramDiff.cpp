@@ -159,7 +159,8 @@ bool naturalLess(std::string const& a, std::string const& b) {
 // A key that occurs again on the same side gets " (2)", " (3)", ... so that two equal
 // connections of one diagram and one of the other show as one removed connection.
 void makeKeysUnique(Records& records) {
-  std::unordered_map<std::string, int> seen;
+  // Views of the first occurrences: a key that is changed below is never one of them.
+  std::unordered_map<std::string_view, int> seen;
   seen.reserve(records.size());
   for (Record& record : records) {
     int const count = ++seen[record.key];
