@@ -203,6 +203,19 @@ FlowBuild::Result FlowBuild::run(Inputs const& given) {
   return result;
 }
 
+void FlowBuild::writeReport(std::string const& diagramFile, std::string const& reportFile) {
+  step_ = 0;
+  steps_ = 2;
+  sessionUuid_ = dispatch::server::ConnectionMgr::freshUuid();
+  SessionGuard session(host_.connections(), sessionUuid_);
+  wire::ReadSystemDiagram read;
+  read.set_path(diagramFile);
+  send("ReadSystemDiagram from " + diagramFile, read);
+  wire::WriteFlowReport report;
+  report.set_path(reportFile);
+  send("WriteFlowReport to " + reportFile, report);
+}
+
 void FlowBuild::send(std::string const& what, google::protobuf::Message const& payload) {
   ++step_;
   progress_ << "[" << step_ << "/" << steps_ << "] " << what << std::endl;

@@ -70,6 +70,11 @@ class FlowBuild {
   // 200, with the reason the service logged. What earlier steps wrote stays.
   Result run(Inputs const& inputs);
 
+  // The flow report of a stored diagram, as a server writes it: in a session of its own,
+  // ReadSystemDiagram of `diagramFile`, then WriteFlowReport to `reportFile`. Throws
+  // std::runtime_error naming the request and the service's reason when one is not answered 200.
+  void writeReport(std::string const& diagramFile, std::string const& reportFile);
+
  private:
   // Sends `payload` in the flow's session; throws unless the answer is 200.
   void send(std::string const& what, google::protobuf::Message const& payload);

@@ -5,11 +5,22 @@
 //   qvdiag call     one request to a running server
 //   qvdiag session  create, fork and remove sessions of a running server
 //   qvdiag repo     check, dump and query a hardware repository file
+//   qvdiag diff     what changed between two stored diagrams
+//   qvdiag report   the flow report of a stored diagram
 #include <pthread.h>
 #include <signal.h>
 
+#include <unistd.h>
+
 #include <CLI/CLI.hpp>
+#include <boost/filesystem.hpp>
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <fstream>
 #include <iostream>
+#include <optional>
+#include <sstream>
 #include <string>
 #include <thread>
 #include <vector>
@@ -27,6 +38,9 @@
 #include "tools/qvdiag/RequestTypes.h"
 #include "tools/qvdiag/ServiceHost.h"
 #include "tools/qvdiag/UsageError.h"
+#include "views/DiagramDiff.h"
+#include "views/FlowReportData.h"
+#include "views/StoredDiagram.h"
 
 namespace {
 
@@ -55,7 +69,11 @@ void addHostOptions(CLI::App& command, ServiceHost::Settings& settings) {
       ->default_val(1);
 }
 
-int runBuild(ServiceHost::Settings const& settings, FlowBuild::Inputs const& inputs) {
+// flow_report.json beside `reportFile` (below, with the report command); returns its path.
+std::string writeReportJson(std::string const& reportFile);
+
+int runBuild(ServiceHost::Settings const& settings, FlowBuild::Inputs const& inputs,
+             bool reportJson) {
   ServiceHost host(settings);
   FlowBuild flow(host, std::cerr);
   FlowBuild::Result const written = flow.run(inputs);
@@ -64,6 +82,9 @@ int runBuild(ServiceHost::Settings const& settings, FlowBuild::Inputs const& inp
   summary.print(std::cout);
   std::cout << "  diagram          " << written.diagramFile << '\n'
             << "  flow report      " << written.reportFile << std::endl;
+  if (reportJson) {
+    std::cout << "  report as JSON   " << writeReportJson(written.reportFile) << std::endl;
+  }
   return kExitSuccess;
 }
 
@@ -183,6 +204,127 @@ int runRepo(RepoOptions const& options) {
   return kExitSuccess;
 }
 
+struct DiffOptions {
+  std::string before;
+  std::string after;
+  std::string format = "text";
+  bool all = false;
+};
+
+// Exit codes as diff(1) has them: 0 the same, 1 different, 2 trouble (bad usage or a file that
+// cannot be read), so that a script can tell "changed" from "could not compare".
+int runDiff(DiffOptions const& options) {
+  std::optional<qvviews::StoredDiagram> before, after;
+  try {
+    before = qvviews::StoredDiagram::fromFile(options.before);
+    after = qvviews::StoredDiagram::fromFile(options.after);
+  } catch (std::exception const& error) {
+    throw UsageError(error.what());
+  }
+  qvviews::DiagramDiff const diff = qvviews::DiagramDiff::compare(*before, *after, options.all);
+  // The whole output is composed first: a failure halfway leaves no half document behind.
+  std::ostringstream text;
+  if (options.format == "json") {
+    diff.writeJson(text, options.all, options.before, options.after);
+  } else {
+    diff.writeText(text, options.all);
+  }
+  std::cout << text.str() << std::flush;
+  return diff.same() ? kExitSuccess : kExitFailure;
+}
+
+struct ReportOptions {
+  std::string diagram;
+  std::string format = "text";
+  std::string output;  // empty: standard output
+};
+
+// A file of ours that is removed when this object ends, unless it was renamed into place.
+class ScratchFile {
+ public:
+  explicit ScratchFile(std::string path) : path_(std::move(path)) {}
+  ~ScratchFile() {
+    if (!path_.empty()) std::remove(path_.c_str());
+  }
+  ScratchFile(ScratchFile const&) = delete;
+  ScratchFile& operator=(ScratchFile const&) = delete;
+  std::string const& path() const { return path_; }
+  void renameTo(std::string const& target) {
+    if (std::rename(path_.c_str(), target.c_str()) != 0) {
+      throw std::runtime_error("cannot write '" + target + "': " + std::strerror(errno));
+    }
+    path_.clear();
+  }
+
+ private:
+  std::string path_;
+};
+
+std::string readWhole(std::string const& path) {
+  std::ifstream in(path, std::ios::binary);
+  if (!in) throw std::runtime_error("cannot read '" + path + "': " + std::strerror(errno));
+  std::ostringstream text;
+  text << in.rdbuf();
+  return text.str();
+}
+
+// The flow report is the library's own: the diagram goes through the request path of a
+// compile server (ReadSystemDiagram, WriteFlowReport), so that the text is byte for byte what a
+// server writes. The report is written beside its target and renamed into place, so a reader
+// never sees half a report.
+int runReport(ServiceHost::Settings const& settings, ReportOptions const& options) {
+  // A diagram that cannot be read is the user's input, not the library's failure: it is read
+  // here first, with the library's rules, so that the message names the file and the reason.
+  try {
+    (void)qvviews::StoredDiagram::fromFile(options.diagram);
+  } catch (std::exception const& error) {
+    throw UsageError(error.what());
+  }
+  // Beside the target, so that the rename stays within one file system; for standard output a
+  // name in the temporary directory that nobody can guess in advance.
+  ScratchFile scratch(
+      options.output.empty()
+          ? (boost::filesystem::temp_directory_path() /
+             boost::filesystem::unique_path("qvdiag-report-%%%%-%%%%-%%%%-%%%%.tmp"))
+                .string()
+          : options.output + ".tmp-" + std::to_string(::getpid()));
+  ServiceHost host(settings);
+  std::ostream quiet(nullptr);  // no progress lines: the report is the output
+  FlowBuild flow(host, quiet);
+  flow.writeReport(options.diagram, scratch.path());
+  if (options.format == "json") {
+    std::ostringstream json;
+    qvviews::FlowReportData::fromText(readWhole(scratch.path())).writeJson(json);
+    std::ofstream out(scratch.path(), std::ios::binary | std::ios::trunc);
+    out << json.str();
+    out.close();
+    if (!out) throw std::runtime_error("cannot write '" + scratch.path() + "'");
+  }
+  if (!options.output.empty()) {
+    scratch.renameTo(options.output);
+    return kExitSuccess;
+  }
+  std::cout << readWhole(scratch.path()) << std::flush;
+  return kExitSuccess;
+}
+
+// flow_report.json beside the text report of a build, from the text the library wrote.
+std::string writeReportJson(std::string const& reportFile) {
+  std::string const target =
+      (boost::filesystem::path(reportFile).parent_path() / "flow_report.json").string();
+  std::ostringstream json;
+  qvviews::FlowReportData::fromText(readWhole(reportFile)).writeJson(json);
+  ScratchFile scratch(target + ".tmp-" + std::to_string(::getpid()));
+  {
+    std::ofstream out(scratch.path(), std::ios::binary | std::ios::trunc);
+    out << json.str();
+    out.close();
+    if (!out) throw std::runtime_error("cannot write '" + scratch.path() + "'");
+  }
+  scratch.renameTo(target);
+  return target;
+}
+
 dispatch::Session sessionOf(std::string const& uuid, std::string const& name) {
   dispatch::Session session;
   session.set_uuid(uuid);
@@ -251,6 +393,12 @@ int main(int argc, char** argv) {
   build->add_option("--generated-detail-b", inputs.generatedDetailB,
                     "Second detail of the build record (default: the platform as given)");
   build->add_flag("--generated-flag", inputs.generatedFlag, "Set the build record's flag");
+  std::string reportFormat = "text";
+  build
+      ->add_option("--report-format", reportFormat,
+                   "text (default): flow_report.txt; json or both: also flow_report.json, the "
+                   "report's sections as data (docs/flow-report.md)")
+      ->check(CLI::IsMember({"text", "json", "both"}));
   addHostOptions(*build, buildSettings);
 
   // serve
@@ -335,6 +483,45 @@ int main(int argc, char** argv) {
                    "(the default), 3 warning, 4 critical warning, 5 error")
       ->check(CLI::Range(0, 5));
 
+  // diff
+  DiffOptions diffOptions;
+  CLI::App* diff = app.add_subcommand(
+      "diff",
+      "Show what changed from one stored system diagram to another.\n"
+      "Entries are matched by name (compute units, kernels), tag (memories), source instance\n"
+      "and pin and destination (connections), id (platform clocks), compute unit and state\n"
+      "(resources), compute unit and SLR (SLR use). Text marks: + added, - removed,\n"
+      "~ changed, = unchanged (--all). A change reads OLD \u2192 NEW; counts add the change\n"
+      "and its percentage of OLD, (+1,629, +8.9%), and a resource count its share of its\n"
+      "SLR's available amount before and after; frequencies add their percentage change,\n"
+      "300.00 \u2192 281.25 MHz (\u22126.2%). \u2212 is a minus sign. The largest changes come\n"
+      "first in each group. Exit 0: the same; 1: different; 2: bad usage or unreadable input");
+  diff->add_option("old", diffOptions.before, "The earlier diagram (system_diagram.json)")
+      ->required();
+  diff->add_option("new", diffOptions.after, "The later diagram")->required();
+  diff->add_option("--format", diffOptions.format,
+                   "text for a person (default), json for a script (docs/formats.md)")
+      ->check(CLI::IsMember({"text", "json"}));
+  diff->add_flag("--all", diffOptions.all, "List what did not change as well");
+
+  // report
+  ServiceHost::Settings reportSettings;
+  ReportOptions reportOptions;
+  CLI::App* report = app.add_subcommand(
+      "report",
+      "Write the flow report of a stored system diagram, as the library writes it for a "
+      "server. Exit 0: written; 1: the library failed; 2: bad usage or unreadable input");
+  report->add_option("diagram", reportOptions.diagram, "The stored diagram (system_diagram.json)")
+      ->required();
+  report
+      ->add_option("--format", reportOptions.format,
+                   "text (default): the report itself; json: its seven sections as data "
+                   "(docs/flow-report.md)")
+      ->check(CLI::IsMember({"text", "json"}));
+  report->add_option("-o,--output", reportOptions.output,
+                     "Write the report to FILE (default: standard output)");
+  addHostOptions(*report, reportSettings);
+
   try {
     app.parse(argc, argv);
   } catch (CLI::ParseError const& error) {
@@ -344,10 +531,12 @@ int main(int argc, char** argv) {
 
   char const* command = app.get_subcommands().front()->get_name().c_str();
   try {
-    if (build->parsed()) return runBuild(buildSettings, inputs);
+    if (build->parsed()) return runBuild(buildSettings, inputs, reportFormat != "text");
     if (serve->parsed()) return runServe(serveSettings, listen, allowRemote);
     if (call->parsed()) return runCall(callServer, callSession, callType, callJson, callJsonFile);
     if (repo->parsed()) return runRepo(repoOptions);
+    if (diff->parsed()) return runDiff(diffOptions);
+    if (report->parsed()) return runReport(reportSettings, reportOptions);
     RemoteClient client(serverAddress(sessionServer));
     if (create->parsed()) {
       std::cout << client.createSession(sessionOf(sessionUuid, sessionName)).uuid() << std::endl;
@@ -361,6 +550,7 @@ int main(int argc, char** argv) {
   } catch (UsageError const& error) {
     return failed(command, error, kExitUsage);
   } catch (std::exception const& error) {
-    return failed(command, error, kExitFailure);
+    // For diff, 1 means "different"; anything that went wrong is trouble (2).
+    return failed(command, error, diff->parsed() ? kExitUsage : kExitFailure);
   }
 }

@@ -26,6 +26,165 @@ def run(*arguments, timeout=60, cwd=None):
                           stderr=subprocess.PIPE, text=True, timeout=timeout, cwd=cwd)
 
 
+NUMBER = re.compile(r"-?[0-9]+(\.[0-9]+)?( MHz)?")
+
+
+def report_text_values(text):
+    """Every value the text report prints, in order, read by the report's layout."""
+    lines = text.split("\n")
+    values = [("Version", lines[1][12:]), ("Copyright", lines[2][12:]), ("Created", lines[3][12:])]
+    i = 6
+    while i < len(lines):
+        line = lines[i]
+        following = lines[i + 1] if i + 1 < len(lines) else ""
+        if line and following == "=" * len(line):
+            values.append(("section", line))
+            i += 2
+            continue
+        if line and following == "-" * len(line) and not line.startswith("+"):
+            values.append(("group", line))
+            i += 2
+            continue
+        if not line or line.startswith("+"):
+            i += 1
+            continue
+        if line.startswith("|"):
+            kind = "column" if lines[i - 1].startswith("+") and lines[i + 1].startswith("+") \
+                and (i < 2 or not lines[i - 2].startswith("|")) else "cell"
+            values.extend((kind, cell.strip()) for cell in line.split("|")[1:-1])
+            i += 1
+            continue
+        key, colon, value = line.partition(": ")
+        values.append((key, value) if colon else ("label", line))
+        i += 1
+    return values
+
+
+def report_json_values(document):
+    """The same values from the JSON of the report, in the same order."""
+    values = [("Version", document["version"]), ("Copyright", document["copyright"]),
+              ("Created", document["created"])]
+    for section in document["sections"]:
+        if not section["written"]:
+            continue
+        values.append(("section", "%d. %s" % (section["number"], section["title"])))
+        group = None
+        for item in section["items"]:
+            if item["group"] != group:
+                group = item["group"]
+                values.append(("group", group))
+            if "values" in item:
+                values.extend(item["values"].items())
+                continue
+            if item["label"] is not None:
+                key, colon, value = item["label"].partition(": ")
+                values.append((key, value) if colon else ("label", item["label"]))
+            values.extend(("column", column) for column in item["columns"])
+            for row in item["rows"]:
+                values.extend(("cell", cell) for cell in row)
+    return values
+
+
+
+# qvdiag diff of the example built without and with the rtd file after implementation: the
+# compute units get their base addresses, the memories move and two banks fall out of use.
+BEFORE_AND_AFTER_IMPLEMENTATION = """\
+compute units: 0 added, 0 removed, 6 changed
+  ~ consumer_1
+      base address      "" → 0x1c50000
+  ~ mmult_1
+      base address      "" → 0x1c20000
+  ~ mmult_2
+      base address      "" → 0x1c30000
+  ~ producer_1
+      base address      "" → 0x1c40000
+  ~ vadd_1
+      base address      "" → 0x1c00000
+  ~ vadd_2
+      base address      "" → 0x1c10000
+
+memories: 0 added, 0 removed, 36 changed
+  ~ DDR[1]
+      size KB           16,777,216 → 8,388,608 (−8,388,608, −50.0%)
+      base address      0x400000000 → 0x4400000000
+  ~ DDR[0]
+      base address      0x0 → 0x4000000000
+  ~ DDR[2]
+      base address      0x800000000 → 0x4800000000
+  ~ DDR[3]
+      used              yes → no
+      base address      0xc00000000 → 0x4c00000000
+  ~ HBM[0]
+      base address      0x1000000000 → 0x0
+  ~ HBM[1]
+      base address      0x1010000000 → 0x10000000
+  ~ HBM[2]
+      base address      0x1020000000 → 0x20000000
+  ~ HBM[3]
+      base address      0x1030000000 → 0x30000000
+  ~ HBM[4]
+      base address      0x1040000000 → 0x40000000
+  ~ HBM[5]
+      base address      0x1050000000 → 0x50000000
+  ~ HBM[6]
+      base address      0x1060000000 → 0x60000000
+  ~ HBM[7]
+      base address      0x1070000000 → 0x70000000
+  ~ HBM[8]
+      used              yes → no
+      base address      0x1080000000 → 0x80000000
+  ~ HBM[9]
+      used              yes → no
+      base address      0x1090000000 → 0x90000000
+  ~ HBM[10]
+      base address      0x10a0000000 → 0xa0000000
+  ~ HBM[11]
+      base address      0x10b0000000 → 0xb0000000
+  ~ HBM[12]
+      base address      0x10c0000000 → 0xc0000000
+  ~ HBM[13]
+      base address      0x10d0000000 → 0xd0000000
+  ~ HBM[14]
+      base address      0x10e0000000 → 0xe0000000
+  ~ HBM[15]
+      base address      0x10f0000000 → 0xf0000000
+  ~ HBM[16]
+      base address      0x1100000000 → 0x100000000
+  ~ HBM[17]
+      base address      0x1110000000 → 0x110000000
+  ~ HBM[18]
+      base address      0x1120000000 → 0x120000000
+  ~ HBM[19]
+      base address      0x1130000000 → 0x130000000
+  ~ HBM[20]
+      base address      0x1140000000 → 0x140000000
+  ~ HBM[21]
+      base address      0x1150000000 → 0x150000000
+  ~ HBM[22]
+      base address      0x1160000000 → 0x160000000
+  ~ HBM[23]
+      base address      0x1170000000 → 0x170000000
+  ~ HBM[24]
+      base address      0x1180000000 → 0x180000000
+  ~ HBM[25]
+      base address      0x1190000000 → 0x190000000
+  ~ HBM[26]
+      base address      0x11a0000000 → 0x1a0000000
+  ~ HBM[27]
+      base address      0x11b0000000 → 0x1b0000000
+  ~ HBM[28]
+      base address      0x11c0000000 → 0x1c0000000
+  ~ HBM[29]
+      base address      0x11d0000000 → 0x1d0000000
+  ~ HBM[30]
+      base address      0x11e0000000 → 0x1e0000000
+  ~ HBM[31]
+      base address      0x11f0000000 → 0x1f0000000
+
+summary: 0 added, 0 removed, 42 changed
+"""
+
+
 class QvdiagTest(unittest.TestCase):
     def setUp(self):
         self.tmp = tempfile.mkdtemp(prefix="qvdiag-cli-")
@@ -59,6 +218,178 @@ class QvdiagTest(unittest.TestCase):
             return
         with open(path) as f:
             self.assertEqual(text, f.read(), "differs from " + path)
+
+    # --- qvdiag diff --------------------------------------------------------------------------
+    def example_diagram(self):
+        return os.path.join(self.golden_dir, "system_diagram.json")
+
+    def write(self, name, text):
+        path = os.path.join(self.tmp, name)
+        with open(path, "w") as f:
+            f.write(text)
+        return path
+
+    def test_diff_of_the_example_with_itself_prints_nothing(self):
+        self.assertRun(run("diff", self.example_diagram(), self.example_diagram()), 0,
+                       stdout="", stderr="")
+
+    def test_diff_json_of_the_example_with_itself_says_same(self):
+        result = run("diff", "--format", "json", self.example_diagram(), self.example_diagram())
+        self.assertRun(result, 0, stderr="")
+        document = json.loads(result.stdout)
+        self.assertEqual(document["same"], True)
+        self.assertEqual(document["summary"],
+                         {"added": 0, "removed": 0, "changed": 0, "unchanged": 119})
+
+    def test_diff_of_the_example_before_and_after_implementation(self):
+        before = os.path.join(self.tmp, "before")
+        after = os.path.join(self.tmp, "after")
+        self.assertRun(run("build", "--rtd", self.design("vector_pipeline.rtd.json"),
+                           "--platform", "qv_accel_h2_gen3x16",
+                           "--platform-path", os.path.join(self.examples, "platforms"),
+                           "--requests", self.design("vector_pipeline.requests.json"),
+                           "--utilization", self.design("vector_pipeline.synth.util.json"),
+                           "--utilization", self.design("vector_pipeline.place.util.json"),
+                           "--utilization", self.design("vector_pipeline.route.util.json"),
+                           "--out-dir", before, "--timestamp", FIXED_STAMP,
+                           cwd=os.path.join(self.examples, "design")), 0)
+        self.assertRun(self.build_example(after), 0)
+        old = os.path.join(before, "system_diagram.json")
+        new = os.path.join(after, "system_diagram.json")
+        result = run("diff", old, new)
+        self.assertRun(result, 1, stderr="")
+        self.assertEqual(result.stdout, BEFORE_AND_AFTER_IMPLEMENTATION)
+        result = run("diff", "--format", "json", old, new)
+        self.assertRun(result, 1, stderr="")
+        document = json.loads(result.stdout)
+        self.assertEqual(document["old"], old)
+        self.assertEqual(document["summary"],
+                         {"added": 0, "removed": 0, "changed": 42, "unchanged": 77})
+        groups = {group["group"]: group for group in document["groups"]}
+        self.assertEqual(groups["compute_units"]["entries"][0],
+                         {"change": "changed", "key": "consumer_1", "fields": [
+                             {"field": "base_address", "name": "base address", "old": "",
+                              "new": "0x1c50000", "delta": None, "percent": None,
+                              "share_of": None, "old_share": None, "new_share": None}]})
+        self.assertEqual(groups["memories"]["entries"][0]["fields"][0],
+                         {"field": "size_kb", "name": "size KB", "old": 16777216,
+                          "new": 8388608, "delta": -8388608, "percent": -50,
+                          "share_of": None, "old_share": None, "new_share": None})
+
+    def test_diff_of_an_unreadable_file_names_it(self):
+        bad = self.write("b.json", '{"system_diagram_metadata": {"colour": 1}}')
+        self.assertRun(run("diff", self.example_diagram(), bad), 2, stdout="",
+                       stderr="qvdiag diff: " + bad + ": Deserializing failed with error: "
+                              "(system_diagram_metadata) colour: Cannot find field..\n")
+        truncated = self.write("t.json", "{")
+        result = run("diff", truncated, self.example_diagram())
+        self.assertRun(result, 2, stdout="")
+        self.assertTrue(result.stderr.startswith(
+            "qvdiag diff: " + truncated + ": Deserializing failed with error: "), result.stderr)
+        missing = os.path.join(self.tmp, "missing.json")
+        self.assertRun(run("diff", self.example_diagram(), missing), 2, stdout="",
+                       stderr="qvdiag diff: " + missing +
+                              ": cannot be read: No such file or directory\n")
+
+    def test_diff_bad_usage(self):
+        self.assertRun(run("diff", self.example_diagram()), 2, stdout="")
+        result = run("diff", "--format", "xml", self.example_diagram(), self.example_diagram())
+        self.assertRun(result, 2, stdout="")
+        self.assertEqual(result.stderr.splitlines()[0], "--format: xml not in {text,json}")
+
+    def test_diff_help_explains_the_marks_and_the_exit_codes(self):
+        result = run("diff", "--help")
+        self.assertRun(result, 0, stderr="")
+        self.assertIn("Text marks: + added, - removed,\n~ changed, = unchanged (--all)",
+                      result.stdout)
+        self.assertIn("300.00 \u2192 281.25 MHz (\u22126.2%)", result.stdout)
+        self.assertIn("Exit 0: the same; 1: different; 2: bad usage or unreadable input",
+                      result.stdout)
+
+    # --- qvdiag report ------------------------------------------------------------------------
+    def golden_report(self):
+        with open(os.path.join(self.golden_dir, "flow_report.txt")) as f:
+            return f.read().replace("@VERSION@", self.version())
+
+    def test_report_of_the_example_is_the_report_of_its_build(self):
+        result = run("report", self.example_diagram(), "--timestamp", FIXED_STAMP)
+        self.assertRun(result, 0, stderr="")
+        self.assertEqual(result.stdout, self.golden_report())
+
+    def test_report_to_a_file_leaves_nothing_else_behind(self):
+        out = os.path.join(self.tmp, "report.txt")
+        result = run("report", self.example_diagram(), "-o", out, "--timestamp", FIXED_STAMP)
+        self.assertRun(result, 0, stdout="", stderr="")
+        with open(out) as f:
+            self.assertEqual(f.read(), self.golden_report())
+        self.assertEqual(os.listdir(self.tmp), ["report.txt"])
+
+    def test_report_of_an_unreadable_file_names_it(self):
+        bad = self.write("b.json", '{"system_diagram_metadata": {"colour": 1}}')
+        self.assertRun(run("report", bad), 2, stdout="",
+                       stderr="qvdiag report: " + bad + ": Deserializing failed with error: "
+                              "(system_diagram_metadata) colour: Cannot find field..\n")
+        missing = os.path.join(self.tmp, "missing.json")
+        self.assertRun(run("report", missing), 2, stdout="",
+                       stderr="qvdiag report: " + missing +
+                              ": cannot be read: No such file or directory\n")
+        self.assertRun(run("report"), 2, stdout="")
+
+    def assertReportJsonHoldsEveryValue(self, diagram):
+        text = run("report", diagram, "--timestamp", FIXED_STAMP)
+        self.assertRun(text, 0, stderr="")
+        result = run("report", "--format", "json", diagram, "--timestamp", FIXED_STAMP)
+        self.assertRun(result, 0, stderr="")
+        printed = report_text_values(text.stdout)
+        data = report_json_values(json.loads(result.stdout))
+        self.assertEqual([key for key, _ in data], [key for key, _ in printed])
+        for (key, shown), (_, value) in zip(printed, data):
+            with self.subTest(key=key, shown=shown):
+                if shown in ("", "N/A", "not_specified"):
+                    self.assertIsNone(value)
+                elif NUMBER.fullmatch(shown):
+                    self.assertIsInstance(value, (int, float))
+                    self.assertEqual(value, float(shown.replace(" MHz", "")))
+                    if "." not in shown:
+                        self.assertIsInstance(value, int)
+                else:
+                    self.assertEqual(value, shown)
+        return printed
+
+    def test_report_json_of_the_example_holds_every_value_of_the_text(self):
+        printed = self.assertReportJsonHoldsEveryValue(self.example_diagram())
+        self.assertIn(("Achieved Kernel Clock Frequency", "450.00 MHz"), printed)
+        self.assertIn(("section", "7. Compute Unit Utilization per SLR"), printed)
+
+    def test_report_json_of_a_multi_slr_multi_state_diagram_holds_every_value(self):
+        with open(self.example_diagram()) as f:
+            diagram = json.load(f)
+        region = diagram["system_diagram_metadata"]["qrxbin"]["user_regions"][0]
+        # mmult_1 spreads over both SLRs, with the same rows in each, as the report's tables
+        # need; every compute unit has three design states already.
+        unit = next(u for u in region["compute_units"] if u["name"] == "mmult_1")
+        unit["slr_resources"].append({"slr": "SLR1", "utilization": [
+            {"resource": "LUT", "used": "1200", "available": "427200"},
+            {"resource": "REG", "used": "2300", "available": "854400"},
+            {"resource": "BRAM", "used": "4", "available": "696"}]})
+        path = self.write("multi_slr.json", json.dumps(diagram))
+        printed = self.assertReportJsonHoldsEveryValue(path)
+        self.assertIn(("column", "SLR1 %"), printed)
+
+    def test_report_json_at_build_time_matches_the_report_command(self):
+        out_dir = os.path.join(self.tmp, "out")
+        result = self.build_example(out_dir, "--report-format", "both")
+        self.assertRun(result, 0)
+        self.assertIn("  report as JSON   " + os.path.join(out_dir, "flow_report.json") + "\n",
+                      result.stdout)
+        self.assertEqual(sorted(os.listdir(out_dir)),
+                         ["flow_report.json", "flow_report.txt", "system_diagram.json"])
+        with open(os.path.join(out_dir, "flow_report.json")) as f:
+            built = f.read()
+        reported = run("report", "--format", "json", os.path.join(out_dir, "system_diagram.json"),
+                       "--timestamp", FIXED_STAMP)
+        self.assertRun(reported, 0, stderr="")
+        self.assertEqual(built, reported.stdout)
 
     # --- qvdiag build -------------------------------------------------------------------------
     def build_example(self, out_dir, *extra):
@@ -171,7 +502,7 @@ class QvdiagTest(unittest.TestCase):
     # --- help and usage -----------------------------------------------------------------------
     def test_every_command_answers_help(self):
         for command in ([], ["build"], ["serve"], ["call"], ["session"], ["session", "create"],
-                        ["session", "fork"], ["session", "remove"]):
+                        ["session", "fork"], ["session", "remove"], ["diff"], ["report"]):
             with self.subTest(command=command):
                 result = run(*command, "--help")
                 self.assertRun(result, 0, stderr="")
