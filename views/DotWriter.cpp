@@ -172,9 +172,12 @@ void writeEdge(std::ostream& out, DiagramGraph const& graph, Edge const& edge, b
       // A stream does not rank its consumer after its producer: compute units stay in one
       // column. Ranked, every stream between two SLRs split the column and made dot route the
       // kernel and memory edges around the split: 125 streams took a 1,000 compute unit layout
-      // from half a second to eight.
+      // from half a second to eight. Streams are thus flat edges, and their names go in an
+      // xlabel, placed after the layout: Graphviz 2.42 makes a rank of its own for the label of
+      // a flat edge, and together with the rank=min and rank=max groups that freed memory twice
+      // when the layout was freed.
       out << ", class=\"stream\", constraint=false, color=\"#7b3294\", penwidth=2";
-      if (labelled) out << ", label=" << quoted(joined);
+      if (labelled) out << ", xlabel=" << quoted(joined);
       out << ", tooltip=" << quoted("stream " + joined);
       break;
   }

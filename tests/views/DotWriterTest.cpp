@@ -151,7 +151,7 @@ TEST_F(DotWriterTest, EveryMarkOfASmallGraph) {
       "  \"cu:u\\\\1\" -> \"mem:DDR[0]\" [id=\"edge:cu:u\\\\1->mem:DDR[0]\", class=\"memedge\", "
       "color=\"#3d85c6\", label=\"a, b\", tooltip=\"a, b\"];\n"
       "  \"cu:u\\\\1\" -> \"cu:u\\\\1\" [id=\"edge:cu:u\\\\1->cu:u\\\\1\", class=\"stream\", "
-      "constraint=false, color=\"#7b3294\", penwidth=2, label=\"out -> in\", tooltip=\"stream out -> in\"];\n"
+      "constraint=false, color=\"#7b3294\", penwidth=2, xlabel=\"out -> in\", tooltip=\"stream out -> in\"];\n"
       "}\n");
 }
 
