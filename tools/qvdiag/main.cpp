@@ -7,6 +7,7 @@
 //   qvdiag repo     check, dump and query a hardware repository file
 //   qvdiag diff     what changed between two stored diagrams
 //   qvdiag report   the flow report of a stored diagram
+//   qvdiag render   a stored diagram as SVG, DOT or the HTML viewer
 #include <pthread.h>
 #include <signal.h>
 
@@ -34,6 +35,7 @@
 #include "tools/qvdiag/FlowBuild.h"
 #include "tools/qvdiag/ListenAddress.h"
 #include "tools/qvdiag/RemoteClient.h"
+#include "tools/qvdiag/RenderCommand.h"
 #include "tools/qvdiag/RepoQueries.h"
 #include "tools/qvdiag/RequestTypes.h"
 #include "tools/qvdiag/ServiceHost.h"
@@ -73,18 +75,26 @@ void addHostOptions(CLI::App& command, ServiceHost::Settings& settings) {
 std::string writeReportJson(std::string const& reportFile);
 
 int runBuild(ServiceHost::Settings const& settings, FlowBuild::Inputs const& inputs,
-             bool reportJson) {
+             bool reportJson, bool pictures) {
   ServiceHost host(settings);
   FlowBuild flow(host, std::cerr);
   FlowBuild::Result const written = flow.run(inputs);
   DiagramSummary const summary = DiagramSummary::fromFile(written.diagramFile);
+  // The rtd file that made the diagram names the compute units of its connections.
+  RenderCommand::Written drawn;
+  if (pictures) drawn = RenderCommand::writeBeside(written.diagramFile, inputs.rtdFile);
   std::cout << "qvdiag build: system diagram of " << written.binaryLabel << '\n';
   summary.print(std::cout);
   std::cout << "  diagram          " << written.diagramFile << '\n'
-            << "  flow report      " << written.reportFile << std::endl;
+            << "  flow report      " << written.reportFile << '\n';
   if (reportJson) {
-    std::cout << "  report as JSON   " << writeReportJson(written.reportFile) << std::endl;
+    std::cout << "  report as JSON   " << writeReportJson(written.reportFile) << '\n';
   }
+  if (pictures) {
+    std::cout << "  picture          " << drawn.svgFile << '\n'
+              << "  viewer           " << drawn.htmlFile << '\n';
+  }
+  std::cout << std::flush;
   return kExitSuccess;
 }
 
@@ -399,6 +409,9 @@ int main(int argc, char** argv) {
                    "text (default): flow_report.txt; json or both: also flow_report.json, the "
                    "report's sections as data (docs/flow-report.md)")
       ->check(CLI::IsMember({"text", "json", "both"}));
+  bool noPictures = false;
+  build->add_flag("--no-pictures", noPictures,
+                  "Do not draw system_diagram.svg and system_diagram.html beside the diagram");
   addHostOptions(*build, buildSettings);
 
   // serve
@@ -522,6 +535,22 @@ int main(int argc, char** argv) {
                      "Write the report to FILE (default: standard output)");
   addHostOptions(*report, reportSettings);
 
+  // render
+  RenderCommand::Options renderOptions;
+  CLI::App* render = app.add_subcommand(
+      "render",
+      "Draw a stored diagram: compute units per SLR, their kernels, memories, connections, "
+      "clocks and resource use, as SVG, Graphviz DOT or a self-contained HTML viewer");
+  render->add_option("diagram", renderOptions.diagramFile, "The stored diagram (JSON)")
+      ->required();
+  render->add_option("--format", renderOptions.format,
+                     "svg, dot or html (default: from the output's extension, else svg)");
+  render->add_option("-o,--output", renderOptions.outputFile,
+                     "Where the picture is written (default, or -: standard output)");
+  render->add_option("--rtd", renderOptions.rtdFile,
+                     "The run-time data file that made the diagram: its IP layout names the "
+                     "compute units of imported connections (docs/pictures.md)");
+
   try {
     app.parse(argc, argv);
   } catch (CLI::ParseError const& error) {
@@ -531,7 +560,13 @@ int main(int argc, char** argv) {
 
   char const* command = app.get_subcommands().front()->get_name().c_str();
   try {
-    if (build->parsed()) return runBuild(buildSettings, inputs, reportFormat != "text");
+    if (build->parsed()) {
+      return runBuild(buildSettings, inputs, reportFormat != "text", !noPictures);
+    }
+    if (render->parsed()) {
+      RenderCommand::run(renderOptions, std::cout);
+      return kExitSuccess;
+    }
     if (serve->parsed()) return runServe(serveSettings, listen, allowRemote);
     if (call->parsed()) return runCall(callServer, callSession, callType, callJson, callJsonFile);
     if (repo->parsed()) return runRepo(repoOptions);

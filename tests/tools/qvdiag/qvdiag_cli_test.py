@@ -434,6 +434,23 @@ class QvdiagTest(unittest.TestCase):
             "[31/31] WriteFlowReport to " + os.path.join(out_dir, "flow_report.txt")])
         self.assertRegex(result.stderr.splitlines()[-1],
                          r"^qvdiag build: 31 requests served in \d+ ms$")
+        self.assertEqual(sorted(os.listdir(out_dir)),
+                         ["flow_report.txt", "system_diagram.html", "system_diagram.json",
+                          "system_diagram.svg"])
+        # The pictures are those of qvdiag render with the rtd file that made the diagram.
+        rendered = run("render", os.path.join(out_dir, "system_diagram.json"), "--rtd",
+                       self.design("vector_pipeline.rtd.json"))
+        self.assertRun(rendered, 0, stderr="")
+        with open(os.path.join(out_dir, "system_diagram.svg")) as f:
+            self.assertEqual(f.read(), rendered.stdout)
+
+    def test_build_without_pictures(self):
+        out_dir = os.path.join(self.tmp, "out")
+        result = self.build_example(out_dir, "--no-pictures")
+        self.assertRun(result, 0)
+        self.assertEqual(sorted(os.listdir(out_dir)), ["flow_report.txt", "system_diagram.json"])
+        self.assertEqual(result.stdout.splitlines()[-1],
+                         "  flow report      " + os.path.join(out_dir, "flow_report.txt"))
 
     def test_build_twice_gives_the_same_bytes(self):
         first = os.path.join(self.tmp, "a")
@@ -499,10 +516,88 @@ class QvdiagTest(unittest.TestCase):
             "qvdiag build: cannot load service library '" +
             os.path.join(self.tmp, "libnone.so") + "': "), result.stderr)
 
+    # --- qvdiag render ------------------------------------------------------------------------
+    def example_diagram(self):
+        return os.path.join(ARGS.source_dir, "tests", "data", "golden", "qvdiag_build",
+                            "system_diagram.json")
+
+    def reviewed_dot(self):
+        with open(os.path.join(ARGS.source_dir, "tests", "data", "golden", "views",
+                               "example.dot")) as f:
+            return f.read()
+
+    def test_render_takes_the_format_from_the_output_else_svg(self):
+        rtd = self.design("vector_pipeline.rtd.json")
+        svg = run("render", self.example_diagram(), "--rtd", rtd)
+        self.assertRun(svg, 0, stderr="")
+        self.assertTrue(svg.stdout.startswith('<?xml version="1.0" encoding="UTF-8" '
+                                              'standalone="no"?>\n'), svg.stdout[:100])
+        self.assertIn('<g id="cu:vadd_1" class="node cu">', svg.stdout)
+        self.assertTrue(svg.stdout.endswith("</svg>\n"))
+        self.assertRun(run("render", self.example_diagram(), "--rtd", rtd, "--format", "dot"),
+                       0, stdout=self.reviewed_dot(), stderr="")
+        for name in ("picture.DOT", "picture.gv"):
+            path = os.path.join(self.tmp, name)
+            self.assertRun(run("render", self.example_diagram(), "--rtd", rtd, "-o", path), 0,
+                           stdout="", stderr="")
+            with open(path) as f:
+                self.assertEqual(f.read(), self.reviewed_dot())
+        page = os.path.join(self.tmp, "page.html")
+        self.assertRun(run("render", self.example_diagram(), "--rtd", rtd, "--output", page), 0,
+                       stdout="", stderr="")
+        with open(page) as f:
+            text = f.read()
+        self.assertTrue(text.startswith("<!DOCTYPE html>\n"))
+        self.assertIn('<span id="cu-count">6</span>', text)
+        forced = os.path.join(self.tmp, "picture.txt")
+        self.assertRun(run("render", self.example_diagram(), "--format", "SVG", "-o", forced), 0,
+                       stdout="", stderr="")
+        with open(forced) as f:
+            self.assertTrue(f.read().startswith("<?xml"))
+        self.assertEqual(sorted(os.listdir(self.tmp)),
+                         ["page.html", "picture.DOT", "picture.gv", "picture.txt"])
+
+    def test_render_of_what_is_not_a_stored_diagram_fails_with_the_path(self):
+        rtd = self.design("vector_pipeline.rtd.json")
+        result = run("render", rtd, "-o", os.path.join(self.tmp, "x.svg"))
+        self.assertRun(result, 1, stdout="")
+        self.assertTrue(result.stderr.startswith(
+            "qvdiag render: '" + rtd + "' is not a stored diagram: "), result.stderr)
+        self.assertEqual(len(result.stderr.splitlines()), 1)
+        missing = os.path.join(self.tmp, "absent.json")
+        self.assertRun(run("render", missing), 1, stdout="", stderr=(
+            "qvdiag render: cannot read '" + missing + "': No such file or directory\n"))
+        self.assertRun(run("render", self.example_diagram(), "--rtd", missing), 1, stdout="",
+                       stderr="qvdiag render: cannot read '" + missing +
+                       "': No such file or directory\n")
+        self.assertEqual(os.listdir(self.tmp), [])
+
+    def test_render_to_an_unwritable_place_fails_and_leaves_nothing(self):
+        nowhere = os.path.join(self.tmp, "no", "dir", "x.svg")
+        self.assertRun(run("render", self.example_diagram(), "-o", nowhere), 1, stdout="",
+                       stderr="qvdiag render: cannot write '" + nowhere +
+                       "': No such file or directory\n")
+        taken = os.path.join(self.tmp, "taken.html")
+        os.mkdir(taken)
+        self.assertRun(run("render", self.example_diagram(), "-o", taken), 1, stdout="",
+                       stderr="qvdiag render: cannot write '" + taken + "': Is a directory\n")
+        self.assertEqual(os.listdir(self.tmp), ["taken.html"])
+        self.assertEqual(os.listdir(taken), [])
+
+    def test_render_bad_usage(self):
+        self.assertRun(run("render", self.example_diagram(), "--format", "png"), 2, stdout="",
+                       stderr="qvdiag render: --format must be svg, dot or html, not 'png'\n")
+        self.assertRun(run("render", self.example_diagram(), "-o", "x.png"), 2, stdout="",
+                       stderr="qvdiag render: cannot tell the format from the name 'x.png': "
+                       "give --format svg, dot or html\n")
+        result = run("render")
+        self.assertRun(result, 2, stdout="")
+        self.assertEqual(result.stderr.splitlines()[0], "diagram is required")
+
     # --- help and usage -----------------------------------------------------------------------
     def test_every_command_answers_help(self):
         for command in ([], ["build"], ["serve"], ["call"], ["session"], ["session", "create"],
-                        ["session", "fork"], ["session", "remove"], ["diff"], ["report"]):
+                        ["session", "fork"], ["session", "remove"], ["diff"], ["report"], ["render"]):
             with self.subTest(command=command):
                 result = run(*command, "--help")
                 self.assertRun(result, 0, stderr="")
