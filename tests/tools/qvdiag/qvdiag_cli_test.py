@@ -383,7 +383,8 @@ class QvdiagTest(unittest.TestCase):
         self.assertIn("  report as JSON   " + os.path.join(out_dir, "flow_report.json") + "\n",
                       result.stdout)
         self.assertEqual(sorted(os.listdir(out_dir)),
-                         ["flow_report.json", "flow_report.txt", "system_diagram.json"])
+                         ["flow_report.json", "flow_report.txt", "system_diagram.html",
+                          "system_diagram.json", "system_diagram.svg"])
         with open(os.path.join(out_dir, "flow_report.json")) as f:
             built = f.read()
         reported = run("report", "--format", "json", os.path.join(out_dir, "system_diagram.json"),
