@@ -1,6 +1,6 @@
 // Fuzz target: the pictures of a stored diagram (views/), as qvdiag render draws them.
 //
-// The bytes are the stored diagram's text. A text that DiagramFile accepts goes through the graph
+// The bytes are the stored diagram's text. A text that StoredDiagram accepts goes through the graph
 // model, the DOT writer and the HTML page; its DOT must always be DOT that Graphviz reads and
 // lays out, since every name of the diagram ends up quoted in it. Graphviz's layout grows much
 // faster than the input, so only models of a size a person would look at are laid out: the
@@ -9,14 +9,15 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <optional>
 #include <stdexcept>
 #include <string>
 
 #include "fuzz/FuzzSupport.h"
-#include "views/DiagramFile.h"
 #include "views/DiagramGraphBuilder.h"
 #include "views/DotWriter.h"
 #include "views/HtmlPage.h"
+#include "views/StoredDiagram.h"
 #include "views/SvgRenderer.h"
 
 namespace {
@@ -32,14 +33,14 @@ extern "C" int LLVMFuzzerInitialize(int*, char***) {
 
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size) {
   std::string const text(reinterpret_cast<char const*>(data), size);
-  qvviews::DiagramFile::Diagram diagram;
+  std::optional<qvviews::StoredDiagram> diagram;
   try {
-    diagram = qvviews::DiagramFile::parse(text, "input");
+    diagram = qvviews::StoredDiagram::fromText(text, "input");
   } catch (std::runtime_error const&) {
-    // "'input' is not a stored diagram: ...": the documented refusal.
+    // "input: Deserializing failed with error: ...": the documented refusal.
     return 0;
   }
-  qvviews::DiagramGraph const graph = qvviews::DiagramGraphBuilder().build(diagram);
+  qvviews::DiagramGraph const graph = qvviews::DiagramGraphBuilder().build(diagram->root());
   std::string const dot = qvviews::DotWriter::write(graph);
   std::string svg = "<svg></svg>";
   if (graph.nodes.size() + graph.edges.size() <= kMostNodesLaidOut) {

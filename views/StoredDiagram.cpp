@@ -2,12 +2,10 @@
 
 #include <google/protobuf/util/json_util.h>
 
-#include <cerrno>
-#include <cstring>
-#include <fstream>
-#include <sstream>
 #include <stdexcept>
 #include <utility>
+
+#include "views/TextFile.h"
 
 namespace qvviews {
 
@@ -15,12 +13,7 @@ StoredDiagram::StoredDiagram(std::shared_ptr<Root> root, std::string name)
     : root_(std::move(root)), name_(std::move(name)) {}
 
 StoredDiagram StoredDiagram::fromFile(std::string const& path) {
-  std::ifstream in(path, std::ios::binary);
-  if (!in) throw std::runtime_error(path + ": cannot be read: " + std::strerror(errno));
-  std::ostringstream text;
-  text << in.rdbuf();
-  if (in.bad()) throw std::runtime_error(path + ": cannot be read: " + std::strerror(errno));
-  return fromText(text.str(), path);
+  return fromText(TextFile::read(path), path);
 }
 
 StoredDiagram StoredDiagram::fromText(std::string const& text, std::string const& name) {

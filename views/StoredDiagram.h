@@ -1,6 +1,8 @@
-// A stored system diagram read from its JSON file into the generated schema messages, for the
-// views that compare and present diagrams. It reads exactly what the library's own reader
-// accepts (unknown keys are an error), and knows nothing of the library's classes.
+// A stored system diagram read from its JSON file into the generated schema messages: the one
+// reader of diagrams for everything qvdiag shows of them (pictures, differences, the report as
+// data, the build's summary). It reads exactly what the library's own reader accepts (unknown
+// keys and unknown enum names are errors), so that nothing is shown of a file the service would
+// refuse, and knows nothing of the library's classes.
 #ifndef VIEWS_STOREDDIAGRAM_H_
 #define VIEWS_STOREDDIAGRAM_H_
 
@@ -15,8 +17,8 @@ class StoredDiagram {
  public:
   using Root = ProfileAnalyzerSystemDiagramSerializable::outerContainer;
 
-  // Reads the file at `path`. Throws std::runtime_error whose text starts with `path` as given,
-  // then the reason: "PATH: cannot be read: <system reason>" or
+  // Reads the file at `path`. Throws std::runtime_error naming `path` as given and the reason:
+  // "cannot read 'PATH': <system reason>" (as every input of the views), or
   // "PATH: Deserializing failed with error: <parser's reason>." (the library's own words, so
   // that a user sees the same complaint from every tool).
   static StoredDiagram fromFile(std::string const& path);

@@ -1009,7 +1009,7 @@ TEST_F(DiagramDiffTest, AMissingFileIsRefusedWithItsName) {
     FAIL() << "a missing file was read";
   } catch (std::runtime_error const& error) {
     EXPECT_EQ(std::string(error.what()),
-              "/nonexistent/b.json: cannot be read: No such file or directory");
+              "cannot read '/nonexistent/b.json': No such file or directory");
   }
 }
 

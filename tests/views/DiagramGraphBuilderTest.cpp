@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "tests/support/Golden.h"
-#include "views/DiagramFile.h"
+#include "tests/support/StoredDiagrams.h"
 #include "views/IpLayout.h"
 
 namespace qvviews {
@@ -20,7 +20,7 @@ class DiagramGraphBuilderTest : public ::testing::Test {
  protected:
   // The example design after the whole flow of qvdiag build, as the reviewed golden file keeps it.
   static pb::outerContainer example() {
-    return DiagramFile::read(qvtest::dataFile("golden/qvdiag_build/system_diagram.json"));
+    return exampleDiagram();
   }
   static IpLayout exampleLayout() {
     return IpLayout::read(qvtest::exampleFile("design/vector_pipeline.rtd.json"));
@@ -233,7 +233,7 @@ TEST_F(DiagramGraphBuilderTest, WithoutTheIpLayoutConnectionEndsAreComputeUnitId
 }
 
 TEST_F(DiagramGraphBuilderTest, EmptyDiagramGivesOneNoteNode) {
-  DiagramGraph const graph = build(DiagramFile::read(qvtest::dataFile("golden/fresh_session.json")));
+  DiagramGraph const graph = build(freshDiagram());
   EXPECT_EQ(graph.title, "system diagram");
   ASSERT_EQ(graph.nodes.size(), 1u);
   EXPECT_EQ(graph.nodes[0].kind, NodeKind::kNote);

@@ -5,7 +5,7 @@
 #include <string>
 
 #include "tests/support/Golden.h"
-#include "views/DiagramFile.h"
+#include "tests/support/StoredDiagrams.h"
 #include "views/DiagramGraphBuilder.h"
 #include "views/IpLayout.h"
 
@@ -30,7 +30,7 @@ TEST_F(DotWriterTest, ExampleMatchesTheReviewedDot) {
   DiagramGraphBuilder::Options options;
   options.ipLayout = IpLayout::read(qvtest::exampleFile("design/vector_pipeline.rtd.json"));
   DiagramGraph const graph = DiagramGraphBuilder(options).build(
-      DiagramFile::read(qvtest::dataFile("golden/qvdiag_build/system_diagram.json")));
+      exampleDiagram());
   EXPECT_GOLDEN(DotWriter::write(graph), "views/example.dot");
 }
 

@@ -6,7 +6,7 @@
 #include <string>
 
 #include "tests/support/Golden.h"
-#include "views/DiagramFile.h"
+#include "tests/support/StoredDiagrams.h"
 #include "views/DiagramGraphBuilder.h"
 #include "views/DotWriter.h"
 #include "views/IpLayout.h"
@@ -21,7 +21,7 @@ class HtmlPageTest : public ::testing::Test {
     DiagramGraphBuilder::Options options;
     options.ipLayout = IpLayout::read(qvtest::exampleFile("design/vector_pipeline.rtd.json"));
     return DiagramGraphBuilder(options).build(
-        DiagramFile::read(qvtest::dataFile("golden/qvdiag_build/system_diagram.json")));
+        exampleDiagram());
   }
   static std::string between(std::string const& text, std::string const& open,
                              std::string const& close) {

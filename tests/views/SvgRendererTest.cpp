@@ -13,7 +13,7 @@
 #include <vector>
 
 #include "tests/support/Golden.h"
-#include "views/DiagramFile.h"
+#include "tests/support/StoredDiagrams.h"
 #include "views/DiagramGraphBuilder.h"
 #include "views/DotWriter.h"
 #include "views/IpLayout.h"
@@ -70,7 +70,7 @@ class SvgRendererTest : public ::testing::Test {
     DiagramGraphBuilder::Options options;
     options.ipLayout = IpLayout::read(qvtest::exampleFile("design/vector_pipeline.rtd.json"));
     return DotWriter::write(DiagramGraphBuilder(options).build(
-        DiagramFile::read(qvtest::dataFile("golden/qvdiag_build/system_diagram.json"))));
+        exampleDiagram()));
   }
 };
 
@@ -97,7 +97,7 @@ TEST_F(SvgRendererTest, ExampleSvgHoldsOneElementPerComputeUnitAndMemoryWithStab
 
 TEST_F(SvgRendererTest, EmptyDiagramIsAValidPictureThatSaysSo) {
   std::string const svg = SvgRenderer::render(DotWriter::write(DiagramGraphBuilder().build(
-      DiagramFile::read(qvtest::dataFile("golden/fresh_session.json")))));
+      freshDiagram())));
   Document const document = parse(svg);
   ASSERT_NE(document, nullptr) << svg;
   EXPECT_EQ(groupIds(xmlDocGetRootElement(document.get()), "node"),

@@ -6,11 +6,11 @@
 
 #include "tools/qvdiag/UsageError.h"
 #include "views/AtomicFile.h"
-#include "views/DiagramFile.h"
 #include "views/DiagramGraphBuilder.h"
 #include "views/DotWriter.h"
 #include "views/HtmlPage.h"
 #include "views/IpLayout.h"
+#include "views/StoredDiagram.h"
 #include "views/SvgRenderer.h"
 
 namespace qvdiag {
@@ -25,10 +25,10 @@ std::string lowered(std::string text) {
 }
 
 qvviews::DiagramGraph graphOf(std::string const& diagramFile, std::string const& rtdFile) {
-  qvviews::DiagramFile::Diagram const diagram = qvviews::DiagramFile::read(diagramFile);
+  qvviews::StoredDiagram const diagram = qvviews::StoredDiagram::fromFile(diagramFile);
   qvviews::DiagramGraphBuilder::Options options;
   if (!rtdFile.empty()) options.ipLayout = qvviews::IpLayout::read(rtdFile);
-  return qvviews::DiagramGraphBuilder(std::move(options)).build(diagram);
+  return qvviews::DiagramGraphBuilder(std::move(options)).build(diagram.root());
 }
 
 }  // namespace

@@ -43,6 +43,7 @@
 #include "views/DiagramDiff.h"
 #include "views/FlowReportData.h"
 #include "views/StoredDiagram.h"
+#include "views/TextFile.h"
 
 namespace {
 
@@ -270,14 +271,6 @@ class ScratchFile {
   std::string path_;
 };
 
-std::string readWhole(std::string const& path) {
-  std::ifstream in(path, std::ios::binary);
-  if (!in) throw std::runtime_error("cannot read '" + path + "': " + std::strerror(errno));
-  std::ostringstream text;
-  text << in.rdbuf();
-  return text.str();
-}
-
 // The flow report is the library's own: the diagram goes through the request path of a
 // compile server (ReadSystemDiagram, WriteFlowReport), so that the text is byte for byte what a
 // server writes. The report is written beside its target and renamed into place, so a reader
@@ -304,7 +297,7 @@ int runReport(ServiceHost::Settings const& settings, ReportOptions const& option
   flow.writeReport(options.diagram, scratch.path());
   if (options.format == "json") {
     std::ostringstream json;
-    qvviews::FlowReportData::fromText(readWhole(scratch.path())).writeJson(json);
+    qvviews::FlowReportData::fromText(qvviews::TextFile::read(scratch.path())).writeJson(json);
     std::ofstream out(scratch.path(), std::ios::binary | std::ios::trunc);
     out << json.str();
     out.close();
@@ -314,7 +307,7 @@ int runReport(ServiceHost::Settings const& settings, ReportOptions const& option
     scratch.renameTo(options.output);
     return kExitSuccess;
   }
-  std::cout << readWhole(scratch.path()) << std::flush;
+  std::cout << qvviews::TextFile::read(scratch.path()) << std::flush;
   return kExitSuccess;
 }
 
@@ -323,7 +316,7 @@ std::string writeReportJson(std::string const& reportFile) {
   std::string const target =
       (boost::filesystem::path(reportFile).parent_path() / "flow_report.json").string();
   std::ostringstream json;
-  qvviews::FlowReportData::fromText(readWhole(reportFile)).writeJson(json);
+  qvviews::FlowReportData::fromText(qvviews::TextFile::read(reportFile)).writeJson(json);
   ScratchFile scratch(target + ".tmp-" + std::to_string(::getpid()));
   {
     std::ofstream out(scratch.path(), std::ios::binary | std::ios::trunc);

@@ -288,8 +288,8 @@ class QvdiagTest(unittest.TestCase):
             "qvdiag diff: " + truncated + ": Deserializing failed with error: "), result.stderr)
         missing = os.path.join(self.tmp, "missing.json")
         self.assertRun(run("diff", self.example_diagram(), missing), 2, stdout="",
-                       stderr="qvdiag diff: " + missing +
-                              ": cannot be read: No such file or directory\n")
+                       stderr="qvdiag diff: cannot read '" + missing +
+                              "': No such file or directory\n")
 
     def test_diff_bad_usage(self):
         self.assertRun(run("diff", self.example_diagram()), 2, stdout="")
@@ -331,8 +331,8 @@ class QvdiagTest(unittest.TestCase):
                               "(system_diagram_metadata) colour: Cannot find field..\n")
         missing = os.path.join(self.tmp, "missing.json")
         self.assertRun(run("report", missing), 2, stdout="",
-                       stderr="qvdiag report: " + missing +
-                              ": cannot be read: No such file or directory\n")
+                       stderr="qvdiag report: cannot read '" + missing +
+                              "': No such file or directory\n")
         self.assertRun(run("report"), 2, stdout="")
 
     def assertReportJsonHoldsEveryValue(self, diagram):
@@ -563,7 +563,7 @@ class QvdiagTest(unittest.TestCase):
         result = run("render", rtd, "-o", os.path.join(self.tmp, "x.svg"))
         self.assertRun(result, 1, stdout="")
         self.assertTrue(result.stderr.startswith(
-            "qvdiag render: '" + rtd + "' is not a stored diagram: "), result.stderr)
+            "qvdiag render: " + rtd + ": Deserializing failed with error: "), result.stderr)
         self.assertEqual(len(result.stderr.splitlines()), 1)
         missing = os.path.join(self.tmp, "absent.json")
         self.assertRun(run("render", missing), 1, stdout="", stderr=(
