@@ -33,7 +33,8 @@ class Client:
     """A connection to a compile server (`qvdiag serve`).
 
     `target` is a gRPC address: "unix:/path/to/socket" or "127.0.0.1:9000". `timeout` is the
-    longest wait, in seconds, for each call. Use it as a context manager, or call close().
+    longest wait, in seconds, for each call; None waits as long as a call takes (an import of a
+    large design may take minutes). Use it as a context manager, or call close().
     """
 
     def __init__(self, target, timeout=60.0):
