@@ -451,6 +451,45 @@ class ServeTest(unittest.TestCase):
         self.assertEqual(str(raised.exception), "cannot start /nonexistent/qvdiag: [Errno 2] No "
                          "such file or directory: '/nonexistent/qvdiag'")
 
+    def fake_program(self, body):
+        """A stand-in for qvdiag: a shell script; $3 is the address given with --listen."""
+        directory = tempfile.mkdtemp(prefix="qvdiag-py-fake-")
+        self.addCleanup(shutil.rmtree, directory, True)
+        path = os.path.join(directory, "qvdiag")
+        with open(path, "w") as f:
+            f.write("#!/bin/sh\n" + body + "\n")
+        os.chmod(path, 0o755)
+        return path
+
+    def test_a_server_that_does_not_listen_in_time_is_killed(self):
+        program = self.fake_program("exec sleep 60")
+        with self.assertRaises(qvdiag.ServeError) as raised:
+            qvdiag.serve(executable=program, ready_timeout=0.5)
+        self.assertEqual(str(raised.exception), "qvdiag serve did not listen within 0.5 s")
+
+    def test_a_server_that_ignores_sigterm_is_killed_and_reported(self):
+        # An ignored signal stays ignored across exec, so sleep keeps ignoring SIGTERM.
+        program = self.fake_program(
+            "trap '' TERM\necho \"qvdiag serve: listening on $3 (fake)\"\nexec sleep 60")
+        server = qvdiag.serve(executable=program)
+        self.assertEqual(server.ready_line, "qvdiag serve: listening on %s (fake)"
+                         % server.address)
+        with self.assertRaises(qvdiag.ServeError) as raised:
+            server.stop(timeout=1)
+        self.assertEqual(str(raised.exception), "qvdiag serve did not stop within 1 s after "
+                         "SIGTERM and was killed")
+        self.assertFalse(server.running)
+        self.assertFalse(os.path.exists(server.directory))
+
+    def test_an_error_in_the_with_block_is_the_one_raised(self):
+        program = self.fake_program(
+            "trap '' TERM\necho \"qvdiag serve: listening on $3 (fake)\"\nexec sleep 60")
+        with self.assertRaises(KeyError):
+            with qvdiag.serve(executable=program) as server:
+                server.stop = lambda timeout=30.0, stop=server.stop: stop(timeout=0.5)
+                raise KeyError("from the body")
+        self.assertFalse(server.running)
+
     def test_the_program_is_found_beside_the_build_trees_package(self):
         previous = os.environ.pop("QVDIAG", None)
         try:
@@ -628,10 +667,22 @@ class DiagramErrorTest(unittest.TestCase):
                           '[{"lut": "lots"}]}]}]}}}')
         diagram = qvdiag.load_diagram(path)
         self.assertEqual([u.name for u in diagram.compute_units], ["u"])
+        self.assertEqual(diagram.kernels, ())
         with self.assertRaises(qvdiag.DiagramError) as raised:
             diagram.resources
         self.assertEqual(str(raised.exception), path + ": qrxbin.user_regions[0].compute_units"
                          "[0].actual_resources[0].lut: 'lots' is not a count")
+
+    def test_an_empty_count_is_none(self):
+        path = self.write('{"system_diagram_metadata": {"qrxbin": {"user_regions": [{'
+                          '"compute_units": [{"name": "u", "kernel_name": "k", '
+                          '"actual_resources": [{"lut": "5", "design_state": '
+                          '"DESIGN_STATE_ROUTED"}, {}]}]}]}}}', "empty.json")
+        self.assertEqual(list(qvdiag.load_diagram(path).resources), [
+            qvdiag.ResourceUse(compute_unit="u", kernel="k", state="Routed", lut=5, reg=None,
+                               bram=None, uram=None, dsp=None),
+            qvdiag.ResourceUse(compute_unit="u", kernel="k", state="", lut=None, reg=None,
+                               bram=None, uram=None, dsp=None)])
 
     def test_every_seed_and_its_mutations_load_or_raise_diagram_error(self):
         corpus = os.path.join(ARGS.source_dir, "fuzz", "corpus", "stored_diagram")
