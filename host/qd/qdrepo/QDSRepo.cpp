@@ -15,8 +15,8 @@ QDSRepo::QDSRepo(std::string const& fileName, unsigned int repoFlags) : flags(re
   bool const interactive = (flags & 1u) != 0;
   doc = QDXPathDoc::buildDoc(fileName, interactive);
   if (!doc) {
-    // The original program read the document's flag through the pointer without a look; a
-    // file that exists but does not parse fails the repository here instead.
+    // Reading the document's flag through a null pointer would crash; a file that exists but
+    // does not parse fails the repository here instead.
     Log(logERROR, 1019) << "Cannot read IP database " << fileName
                         << ": it cannot be opened or is not well-formed XML";
     throw std::runtime_error("cannot read IP database " + fileName);

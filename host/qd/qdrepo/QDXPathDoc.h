@@ -74,7 +74,7 @@ class QV_EXPORT QDXPathDoc {
   // "-q", and dumps each result to standard output. Always true.
   bool queryDocInteractive();
 
-  // In the order of the original program's members. `interactive` is set by QDSRepo's
+  // In their fixed order. `interactive` is set by QDSRepo's
   // constructor; no query reads it.
   std::string fileName;
   xmlDocPtr doc = nullptr;
