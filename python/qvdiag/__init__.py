@@ -10,9 +10,10 @@
 See docs/python.md in the repository.
 """
 from .client import Client, Session
+from .commands import diff, render, report
 from .diagram import (ComputeUnit, Connection, Clock, Diagram, Kernel, Memory, ResourceUse, View,
                       load_diagram)
-from .errors import (CallFailed, DiagramError, InvalidSession, NoSuchSession, ProtocolError,
+from .errors import (CallFailed, CommandFailed, DiagramError, InvalidSession, NoSuchSession, ProtocolError,
                      QvdiagError, RequestFailed, ServeError, ServerUnavailable, SessionExists)
 from .server import Server, find_executable, serve
 from ._protocol import REQUEST_TYPES
@@ -21,6 +22,7 @@ __version__ = "0.1.0"
 
 __all__ = [
     "Client", "Session", "Server", "serve", "find_executable", "load_diagram", "Diagram", "View",
+    "render", "diff", "report", "CommandFailed",
     "Memory", "Clock", "Kernel", "ComputeUnit", "Connection", "ResourceUse", "REQUEST_TYPES",
     "QvdiagError", "RequestFailed", "ProtocolError", "CallFailed", "SessionExists",
     "NoSuchSession", "InvalidSession", "ServerUnavailable", "ServeError", "DiagramError",

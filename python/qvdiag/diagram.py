@@ -154,6 +154,27 @@ class Diagram:
     def __repr__(self):
         return "qvdiag.Diagram(%r)" % self.path
 
+    def _picture(self, format):  # noqa: A002 - the CLI's word
+        # A notebook asks every object for its pictures; one that has none (a diagram made in
+        # memory, or no qvdiag program to draw it) shows as its repr instead.
+        if self.path is None:
+            return None
+        from .commands import render
+        from .errors import ServeError
+        try:
+            return render(self.path, format)
+        except ServeError:
+            return None
+
+    def _repr_svg_(self):
+        """The picture, for notebooks: `qvdiag render PATH --format svg`."""
+        return self._picture("svg")
+
+    def _repr_html_(self):
+        """The viewer (pan, zoom, search, a panel per compute unit), for notebooks:
+        `qvdiag render PATH --format html`."""
+        return self._picture("html")
+
     def _count(self, text, where):
         # Counts are stored as text; empty means "not given".
         if text == "":

@@ -56,7 +56,21 @@ class ServerUnavailable(CallFailed):
 
 
 class ServeError(QvdiagError):
-    """qvdiag serve could not be started or did not stop cleanly."""
+    """The qvdiag program could not be found or started, or qvdiag serve did not stop
+    cleanly."""
+
+
+class CommandFailed(QvdiagError):
+    """A run of the qvdiag program (render, diff, report) failed. `command` is the argument
+    list, `exit_code` its exit code (1 the work failed, 2 bad usage or unreadable input) and
+    `stderr` what it said, which names the file and the reason."""
+
+    def __init__(self, command, exit_code, stderr):
+        super().__init__("%s exited %d: %s" % (" ".join(command[1:3]), exit_code,
+                                                stderr.strip()))
+        self.command = command
+        self.exit_code = exit_code
+        self.stderr = stderr
 
 
 class DiagramError(QvdiagError):

@@ -65,7 +65,7 @@ class DocExampleTest(unittest.TestCase):
     def test_the_examples_print_what_the_page_shows(self):
         with open(os.path.join(ARGS.source_dir, "docs", "python.md")) as f:
             pairs = examples(f.read())
-        self.assertEqual(len(pairs), 2)
+        self.assertEqual(len(pairs), 3)
         if not have_pandas():
             pairs = [pair for pair in pairs if "to_dataframe" not in pair[0]]
         env = {key: value for key, value in os.environ.items() if key != "QVDIAG"}

@@ -617,6 +617,102 @@ class DiagramTest(unittest.TestCase):
                          [2490, 18960, 1436, 1712])
 
 
+class CommandViewsTest(unittest.TestCase):
+    """render, diff and report: the command line's views of stored diagrams, from Python. Each
+    must give what the command itself prints, as data where it prints JSON."""
+
+    @classmethod
+    def setUpClass(cls):
+        cls.tmp = tempfile.mkdtemp(prefix="qvdiag-py-commands-")
+        with start_server() as server, server.connect() as client:
+            run_example_flow(client.create_session(), cls.tmp)
+        cls.path = os.path.join(cls.tmp, "system_diagram.json")
+        # The same diagram with vadd_1 moved to another base address.
+        with open(cls.path) as f:
+            text = f.read()
+        cls.moved = os.path.join(cls.tmp, "moved.json")
+        with open(cls.moved, "w") as f:
+            f.write(text.replace('"base_address": "0x1c00000"', '"base_address": "0x1d00000"', 1))
+
+    @classmethod
+    def tearDownClass(cls):
+        shutil.rmtree(cls.tmp, ignore_errors=True)
+
+    def cli(self, *arguments):
+        return subprocess.run([ARGS.qvdiag] + list(arguments), stdout=subprocess.PIPE,
+                              stderr=subprocess.PIPE, text=True, check=False)
+
+    def test_render_gives_what_the_command_prints(self):
+        svg = qvdiag.render(self.path, executable=ARGS.qvdiag)
+        self.assertEqual(svg, self.cli("render", self.path, "--format", "svg").stdout)
+        self.assertIn('id="cu:vadd_1"', svg)
+        rtd = os.path.join(design_dir(), "vector_pipeline.rtd.json")
+        self.assertEqual(qvdiag.render(self.path, "dot", rtd_file=rtd, executable=ARGS.qvdiag),
+                         self.cli("render", self.path, "--format", "dot", "--rtd", rtd).stdout)
+
+    def test_a_notebook_is_shown_the_picture_and_the_viewer(self):
+        diagram = qvdiag.load_diagram(self.path)
+        self.assertEqual(diagram._repr_svg_(), self.cli("render", self.path, "--format",
+                                                        "svg").stdout)
+        html = diagram._repr_html_()
+        self.assertEqual(html, self.cli("render", self.path, "--format", "html").stdout)
+        self.assertIn("<html", html)
+        # A diagram with no file has no picture; a notebook shows its repr instead.
+        self.assertIsNone(qvdiag.Diagram(diagram.message)._repr_svg_())
+
+    def test_no_program_to_draw_with_shows_no_picture(self):
+        previous = os.environ.get("QVDIAG")
+        os.environ["QVDIAG"] = os.path.join(self.tmp, "no-such-qvdiag")
+        try:
+            self.assertIsNone(qvdiag.load_diagram(self.path)._repr_svg_())
+            with self.assertRaises(qvdiag.ServeError) as raised:
+                qvdiag.render(self.path)
+            self.assertEqual(str(raised.exception), "cannot run " + os.path.join(
+                self.tmp, "no-such-qvdiag") + ": No such file or directory")
+        finally:
+            os.environ.pop("QVDIAG", None)
+            if previous is not None:
+                os.environ["QVDIAG"] = previous
+
+    def test_diff_gives_the_commands_json(self):
+        same = qvdiag.diff(self.path, self.path, executable=ARGS.qvdiag)
+        self.assertEqual(same, json.loads(self.cli("diff", self.path, self.path, "--format",
+                                                   "json").stdout))
+        moved = qvdiag.diff(self.path, self.moved, executable=ARGS.qvdiag)
+        self.assertEqual(moved, json.loads(self.cli("diff", self.path, self.moved, "--format",
+                                                    "json").stdout))
+        self.assertNotEqual(moved, same)
+        self.assertIn("0x1d00000", json.dumps(moved))
+        self.assertEqual(qvdiag.diff(self.path, self.moved, all=True, executable=ARGS.qvdiag),
+                         json.loads(self.cli("diff", self.path, self.moved, "--format", "json",
+                                             "--all").stdout))
+
+    def test_report_gives_the_commands_json(self):
+        data = qvdiag.report(self.path, timestamp=STAMP, executable=ARGS.qvdiag)
+        self.assertEqual(data, json.loads(self.cli("report", self.path, "--format", "json",
+                                                   "--timestamp", STAMP).stdout))
+        self.assertEqual(data["created"], STAMP)
+        self.assertEqual([section["title"] for section in data["sections"]], [
+            "Kernel and compute unit information", "Interface Connections", "Clock Connections",
+            "Reset Connections", "Clock Summary", "SLR Utilization per Compute Unit",
+            "Compute Unit Utilization per SLR"])
+
+    def test_a_file_that_cannot_be_read_raises_command_failed_with_the_commands_words(self):
+        missing = os.path.join(self.tmp, "absent.json")
+        for call, word, code in [(lambda: qvdiag.render(missing, executable=ARGS.qvdiag),
+                                  "render", 1),
+                                 (lambda: qvdiag.diff(self.path, missing, executable=ARGS.qvdiag),
+                                  "diff", 2),
+                                 (lambda: qvdiag.report(missing, executable=ARGS.qvdiag),
+                                  "report", 2)]:
+            with self.assertRaises(qvdiag.CommandFailed) as raised:
+                call()
+            self.assertEqual(raised.exception.exit_code, code, word)
+            self.assertEqual(raised.exception.stderr, "qvdiag " + word + ": cannot read '" +
+                             missing + "': No such file or directory\n")
+            self.assertEqual(raised.exception.command[1], word)
+
+
 class DiagramErrorTest(unittest.TestCase):
     def setUp(self):
         self.tmp = tempfile.mkdtemp(prefix="qvdiag-py-bad-")
