@@ -16,6 +16,15 @@ DESIGN_STATES = {
 }
 
 
+def _enum_word(enum, value):
+    # The JSON form may give an enumeration a number it has no name for; the stored diagram then
+    # holds that number, and so does the table, as text.
+    try:
+        return enum.Name(value)
+    except ValueError:
+        return str(value)
+
+
 def load_diagram(path):
     """Reads a stored diagram file and returns it as a Diagram.
 
@@ -34,8 +43,15 @@ def load_diagram(path):
         json_format.Parse(text, container, ignore_unknown_fields=False)
     except json_format.ParseError as error:
         raise DiagramError(path, "not a stored diagram: %s" % error) from None
+    except (TypeError, ValueError, OverflowError, AttributeError) as error:
+        # protobuf's JSON reader lets some wrong shapes through as plain Python errors: a number
+        # where an object belongs ("'int' object is not iterable"), 1e999 for an integer.
+        raise DiagramError(path, "not a stored diagram: %s" % error) from None
     except RecursionError:
         raise DiagramError(path, "not a stored diagram: nested too deeply") from None
+    # An array or a plain value reads as no field at all; the service refuses it, and so do we.
+    if not text.lstrip().startswith("{"):
+        raise DiagramError(path, "not a stored diagram: it is no JSON object")
     return Diagram(container, path)
 
 
@@ -209,7 +225,7 @@ class Diagram:
             where = "qsa.device_topology[%d].size_kb" % index
             rows.append(Memory(
                 index=index, tag=memory.tag,
-                type=system_diagram_pb2.MemoryType.Name(memory.type), used=memory.used == "yes",
+                type=_enum_word(system_diagram_pb2.MemoryType, memory.type), used=memory.used == "yes",
                 size_kb=self._count(memory.size_kb, where), base_address=memory.base_address,
                 slr=memory.slr, sp_tag=memory.sp_tag, id=memory.id))
         return View(Memory, rows)
@@ -220,7 +236,7 @@ class Diagram:
             Clock(name=clock.name, id=clock.id, frequency=clock.frequency, period=clock.period,
                   requested_frequency=clock.requested_frequency,
                   achieved_frequency=clock.achieved_frequency,
-                  status=system_diagram_pb2.ClockStatus.Name(clock.status),
+                  status=_enum_word(system_diagram_pb2.ClockStatus, clock.status),
                   orig_name=clock.orig_name)
             for clock in self._root.qsa.clocks])
 
@@ -280,7 +296,7 @@ class Diagram:
             for u, unit in enumerate(region.compute_units):
                 for e, entry in enumerate(unit.actual_resources):
                     at = "%s.compute_units[%d].actual_resources[%d]." % (where, u, e)
-                    state = system_diagram_pb2.DesignState.Name(entry.design_state)
+                    state = _enum_word(system_diagram_pb2.DesignState, entry.design_state)
                     rows.append(ResourceUse(
                         compute_unit=unit.name, kernel=unit.kernel_name,
                         state=DESIGN_STATES.get(state, ""),

@@ -769,6 +769,27 @@ class DiagramErrorTest(unittest.TestCase):
         self.assertEqual(str(raised.exception), path + ": qrxbin.user_regions[0].compute_units"
                          "[0].actual_resources[0].lut: 'lots' is not a count")
 
+    def test_wrong_shapes_that_protobuf_lets_through_are_diagram_errors(self):
+        # Found by fuzz/python_diagram.py: protobuf's reader raised TypeError or OverflowError.
+        for text, reason in [
+                ("1", "'int' object is not iterable"),
+                ("[]", "it is no JSON object"),
+                ('{"system_diagram_metadata": {"qsa": {"clocks": [{"status": Infinity}]}}}',
+                 "cannot convert float infinity to integer")]:
+            path = self.write(text, "shape.json")
+            with self.assertRaises(qvdiag.DiagramError) as raised:
+                qvdiag.load_diagram(path)
+            self.assertEqual(str(raised.exception), path + ": not a stored diagram: " + reason)
+
+    def test_an_enumeration_number_without_a_name_reads_as_its_number(self):
+        # Found by fuzz/python_diagram.py: the JSON form takes numbers for enumerations.
+        path = self.write('{"system_diagram_metadata": {"qsa": {"clocks": [{"name": "c",'
+                          ' "status": -1}], "device_topology": [{"tag": "m", "type": 99}]}}}',
+                          "enum.json")
+        diagram = qvdiag.load_diagram(path)
+        self.assertEqual([clock.status for clock in diagram.clocks], ["-1"])
+        self.assertEqual([memory.type for memory in diagram.memories], ["99"])
+
     def test_an_empty_count_is_none(self):
         path = self.write('{"system_diagram_metadata": {"qrxbin": {"user_regions": [{'
                           '"compute_units": [{"name": "u", "kernel_name": "k", '
