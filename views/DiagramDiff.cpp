@@ -156,16 +156,76 @@ bool naturalLess(std::string const& a, std::string const& b) {
   return a < b;
 }
 
+// Each record's key hash beside its position, sorted: records whose keys are equal sit next to
+// each other, found by sorting integers instead of by a hash table of every key. On a diagram of
+// hundreds of thousands of connections such a table no longer fits in the cache, and its lookups
+// made the comparison grow much faster than the diagrams.
+struct KeyHash {
+  std::size_t hash;
+  std::size_t index;
+  bool operator<(KeyHash const& other) const {
+    return hash != other.hash ? hash < other.hash : index < other.index;
+  }
+};
+
+std::vector<KeyHash> sortedKeyHashes(Records const& records) {
+  std::vector<KeyHash> hashes;
+  hashes.reserve(records.size());
+  std::hash<std::string_view> const hasher;
+  for (std::size_t i = 0; i < records.size(); ++i) {
+    hashes.push_back(KeyHash{hasher(records[i].key), i});
+  }
+  std::sort(hashes.begin(), hashes.end());
+  return hashes;
+}
+
 // A key that occurs again on the same side gets " (2)", " (3)", ... so that two equal
-// connections of one diagram and one of the other show as one removed connection.
-void makeKeysUnique(Records& records) {
+// connections of one diagram and one of the other show as one removed connection. The count
+// is of the key as it came, in the order of the records; a suffixed key is not looked at again.
+// Returns the sorted hashes of the keys as they are afterwards.
+std::vector<KeyHash> makeKeysUnique(Records& records) {
+  std::vector<KeyHash> hashes = sortedKeyHashes(records);
+  // Only records sharing a hash with another can share a key with it.
+  std::vector<std::size_t> candidates;
+  for (std::size_t i = 0; i < hashes.size();) {
+    std::size_t end = i + 1;
+    while (end < hashes.size() && hashes[end].hash == hashes[i].hash) ++end;
+    if (end - i > 1) {
+      for (std::size_t k = i; k < end; ++k) candidates.push_back(hashes[k].index);
+    }
+    i = end;
+  }
+  if (candidates.empty()) return hashes;
+  std::sort(candidates.begin(), candidates.end());
   // Views of the first occurrences: a key that is changed below is never one of them.
   std::unordered_map<std::string_view, int> seen;
-  seen.reserve(records.size());
-  for (Record& record : records) {
+  seen.reserve(candidates.size());
+  for (std::size_t const index : candidates) {
+    Record& record = records[index];
     int const count = ++seen[record.key];
     if (count > 1) record.key += " (" + std::to_string(count) + ")";
   }
+  return sortedKeyHashes(records);
+}
+
+// For each record of `after`, the position of the first record of `before` with the same key,
+// or `before.size()` when there is none.
+// `beforeHashes` and `afterHashes` are the records' sorted key hashes.
+std::vector<std::size_t> matchKeys(Records const& before, std::vector<KeyHash> const& beforeHashes,
+                                   Records const& after, std::vector<KeyHash> const& afterHashes) {
+  std::vector<std::size_t> match(after.size(), before.size());
+  std::size_t b = 0;
+  for (KeyHash const& wanted : afterHashes) {
+    while (b < beforeHashes.size() && beforeHashes[b].hash < wanted.hash) ++b;
+    // The run of `before` with this hash, in the order of the records: the first equal key wins.
+    for (std::size_t k = b; k < beforeHashes.size() && beforeHashes[k].hash == wanted.hash; ++k) {
+      if (before[beforeHashes[k].index].key == after[wanted.index].key) {
+        match[wanted.index] = beforeHashes[k].index;
+        break;
+      }
+    }
+  }
+  return match;
 }
 
 // ---- The entries of each group, from one diagram ---------------------------------------------
@@ -209,6 +269,7 @@ class Side {
     for (auto const& memory : qsa_.device_topology())
       memoryTags_.emplace(memory.id(), memory.tag());
     for (auto const& region : qrxbin_.user_regions()) {
+      unitCount_ += static_cast<std::size_t>(region.compute_units_size());
       for (auto const& unit : region.compute_units()) unitNames_.emplace(unit.id(), unit.name());
       for (auto const& slr : region.available_resources().by_slr()) slrs_.emplace(slr.slr(), &slr);
     }
@@ -228,9 +289,11 @@ class Side {
 
   Records computeUnits() const {
     Records records;
+    records.reserve(unitCount_);
     for (auto const& region : qrxbin_.user_regions()) {
       for (auto const& unit : region.compute_units()) {
         Record record{unit.name(), {}};
+        record.values.reserve(3);
         record.values.push_back(textValue("kernel", "kernel", unit.kernel_name()));
         record.values.push_back(textValue("SLR", "slr", slrsOf(unit)));
         record.values.push_back(textValue("base address", "base_address", unit.base_address()));
@@ -269,12 +332,13 @@ class Side {
       for (auto const& connection : region.connectivity()) {
         auto const& source = connection.source();
         auto const& destination = connection.destination();
-        std::string const pin = source.pin().empty() ? source.arg_name() : source.pin();
-        records.push_back(
-            Record{instanceOf(source) + "." + pin + " " + kArrow + " " +
-                       (destination.type() == "memory" ? lookup(memoryTags_, destination.id())
-                                                       : instanceOf(destination)),
-                   {}});
+        std::string const& pin = source.pin().empty() ? source.arg_name() : source.pin();
+        std::string key = instanceOf(source);
+        key.reserve(key.size() + pin.size() + 32);
+        key.append(".").append(pin).append(" ").append(kArrow).append(" ");
+        key.append(destination.type() == "memory" ? lookup(memoryTags_, destination.id())
+                                                  : instanceOf(destination));
+        records.push_back(Record{std::move(key), {}});
       }
     }
     return records;
@@ -302,6 +366,7 @@ class Side {
       for (auto const& unit : region.compute_units()) {
         for (auto const& pin : unit.clock_refs()) {
           Record record{unit.name() + "." + pin.name(), {}};
+          record.values.reserve(3);
           record.values.push_back(textValue("clock id", "clock_id", pin.clock_id()));
           record.values.push_back(
               megahertzValue("requested", "requested_mhz", pin.requested_frequency()));
@@ -316,12 +381,14 @@ class Side {
 
   Records resources() const {
     Records records;
+    records.reserve(2 * unitCount_);  // two design states are the common case
     for (auto const& region : qrxbin_.user_regions()) {
       for (auto const& unit : region.compute_units()) {
         std::string const slr = slrsOf(unit);
         auto const found = slrs_.find(slr);
         for (auto const& use : unit.actual_resources()) {
           Record record{unit.name() + " " + stateName(use.design_state()), {}};
+          record.values.reserve(5);
           std::string const counts[] = {use.lut(), use.reg(), use.bram(), use.dsp(), use.uram()};
           for (std::size_t i = 0; i < 5; ++i) {
             Value value = countValue(kResourceNames[i], kResourceIds[i], counts[i]);
@@ -344,6 +411,7 @@ class Side {
       for (auto const& unit : region.compute_units()) {
         for (auto const& use : unit.slr_resources()) {
           Record record{unit.name() + " " + use.slr(), {}};
+          record.values.reserve(static_cast<std::size_t>(use.utilization_size()));
           for (auto const& resource : use.utilization()) {
             Value value =
                 countValue(resource.resource(), lower(resource.resource()), resource.used());
@@ -437,6 +505,7 @@ class Side {
   pb::qrxBin const& qrxbin_;
   std::unordered_map<std::string, std::string> memoryTags_;  // deviceTopology.id -> tag
   std::unordered_map<std::string, std::string> unitNames_;   // computeUnit.id -> name
+  std::size_t unitCount_ = 0;
   std::unordered_map<std::string, pb::bySlr const*> slrs_;   // SLR name -> its resources
 };
 
@@ -476,12 +545,8 @@ double weightOf(Field const& field) {
 
 Group compareRecords(std::string id, std::string title, Records before, Records after,
                      bool keepUnchanged) {
-  makeKeysUnique(before);
-  makeKeysUnique(after);
-  // Views of the keys of `before`, which stay in place until the lookups are done.
-  std::unordered_map<std::string_view, std::size_t> beforeIndex;
-  beforeIndex.reserve(before.size());
-  for (std::size_t i = 0; i < before.size(); ++i) beforeIndex.emplace(before[i].key, i);
+  std::vector<std::size_t> const match =
+      matchKeys(before, makeKeysUnique(before), after, makeKeysUnique(after));
   std::vector<bool> matched(before.size(), false);
 
   // Keys and values are moved out of the records as they are used: a diagram of 50,000
@@ -489,16 +554,16 @@ Group compareRecords(std::string id, std::string title, Records before, Records 
   // memory the comparison takes.
   std::vector<Entry> added, removed, changed, same;
   std::size_t unchanged = 0;
-  for (Record& record : after) {
-    auto const found = beforeIndex.find(record.key);
-    if (found == beforeIndex.end()) {
+  for (std::size_t a = 0; a < after.size(); ++a) {
+    Record& record = after[a];
+    if (match[a] == before.size()) {
       Entry entry{Change::kAdded, std::move(record.key), {}, 0};
       for (Value const& value : record.values) entry.fields.push_back(addedField(value));
       added.push_back(std::move(entry));
       continue;
     }
-    matched[found->second] = true;
-    Record const& old = before[found->second];
+    matched[match[a]] = true;
+    Record const& old = before[match[a]];
     Entry entry{Change::kSame, std::move(record.key), {}, 0};
     std::vector<bool> oldSeen(old.values.size(), false);
     for (Value const& value : record.values) {
