@@ -2,9 +2,13 @@
 
 #include <google/protobuf/util/json_util.h>
 
+#include <algorithm>
 #include <array>
 #include <stdexcept>
+#include <string_view>
+#include <unordered_map>
 #include <utility>
+#include <vector>
 
 #include "diagram/TextConversions.h"
 #include "report/ClockSummary.h"
@@ -161,32 +165,37 @@ void ProfileAnalyzerSystemDiagram::setDeviceTopologySizeKB(std::string const& ta
   });
 }
 
+void ProfileAnalyzerSystemDiagram::appendActualResources(
+    pb::computeUnit& unit, std::string const& computeUnitName,
+    ActualResourceCollection const& resources) {
+  try {
+    for (std::string const& state : resources.states()) {
+      ActualResource const record = resources.resources.at(state);
+      pb::actualResources* const entry = unit.add_actual_resources();
+      entry->set_design_state(toDesignState(record.state));
+      entry->set_lut(record.lut);
+      entry->set_reg(record.reg);
+      entry->set_bram(record.bram);
+      entry->set_uram(record.uram);
+      entry->set_dsp(record.dsp);
+    }
+  } catch (std::exception const& error) {
+    // No blank before "failed": the text stays as readers of the log know it.
+    throw std::runtime_error("Adding compute unit actual resources to " + computeUnitName +
+                             "failed with error: " + error.what() + ".");
+  } catch (...) {
+    throw std::runtime_error("Adding compute unit actual resources to " + computeUnitName +
+                             "failed with an error of an unknown type.");
+  }
+}
+
 void ProfileAnalyzerSystemDiagram::addComputeUnitActualResource(
     std::string const& computeUnitName, ActualResourceCollection const& resources) {
   if (computeUnitName.empty()) return;
   // Every compute unit of that name, in every user region; entries are appended, never merged.
   for (auto& region : *mutableQrxBin(*container)->mutable_user_regions()) {
     for (auto& unit : *region.mutable_compute_units()) {
-      if (unit.name() != computeUnitName) continue;
-      try {
-        for (std::string const& state : resources.states()) {
-          ActualResource const record = resources.resources.at(state);
-          pb::actualResources* const entry = unit.add_actual_resources();
-          entry->set_design_state(toDesignState(record.state));
-          entry->set_lut(record.lut);
-          entry->set_reg(record.reg);
-          entry->set_bram(record.bram);
-          entry->set_uram(record.uram);
-          entry->set_dsp(record.dsp);
-        }
-      } catch (std::exception const& error) {
-        // No blank before "failed": the text stays as readers of the log know it.
-        throw std::runtime_error("Adding compute unit actual resources to " + computeUnitName +
-                                 "failed with error: " + error.what() + ".");
-      } catch (...) {
-        throw std::runtime_error("Adding compute unit actual resources to " + computeUnitName +
-                                 "failed with an error of an unknown type.");
-      }
+      if (unit.name() == computeUnitName) appendActualResources(unit, computeUnitName, resources);
     }
   }
 }
@@ -194,9 +203,28 @@ void ProfileAnalyzerSystemDiagram::addComputeUnitActualResource(
 void ProfileAnalyzerSystemDiagram::upsertKernelUtilization(
     std::unordered_map<std::string, ActualResourceCollection> const& kernelUse) {
   // What the map names replaces what a compute unit held; other compute units keep theirs.
-  for (auto const& unit : kernelUse) {
-    clearComputeUnitResourceUse(unit.first);
-    addComputeUnitActualResource(unit.first, unit.second);
+  // Each entry, in the map's order, clears and then fills every compute unit of its name, as
+  // clearComputeUnitResourceUse and addComputeUnitActualResource do. The compute units of each
+  // name are found in one pass over the diagram, not in two passes per entry: the map holds
+  // every compute unit reported so far, and N of them used to cost N * N looks.
+  // Only a named entry reaches the diagram (and creates its missing sections on the way).
+  bool const anyNamed = std::any_of(kernelUse.begin(), kernelUse.end(),
+                                    [](auto const& entry) { return !entry.first.empty(); });
+  if (!anyNamed) return;
+  std::unordered_map<std::string_view, std::vector<pb::computeUnit*>> unitsByName;
+  for (auto& region : *mutableQrxBin(*container)->mutable_user_regions()) {
+    for (auto& unit : *region.mutable_compute_units()) {
+      if (kernelUse.count(unit.name()) > 0) unitsByName[unit.name()].push_back(&unit);
+    }
+  }
+  for (auto const& entry : kernelUse) {
+    if (entry.first.empty()) continue;
+    auto const found = unitsByName.find(entry.first);
+    if (found == unitsByName.end()) continue;
+    for (pb::computeUnit* unit : found->second) unit->clear_actual_resources();
+    for (pb::computeUnit* unit : found->second) {
+      appendActualResources(*unit, entry.first, entry.second);
+    }
   }
 }
 

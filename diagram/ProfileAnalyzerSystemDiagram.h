@@ -121,6 +121,12 @@ class ProfileAnalyzerSystemDiagram : public SystemDiagramInterface {
   void upsertPlatform(ProfileAnalyzerSystemDiagramSerializable::Platform const& platform) override;
 
  private:
+  // Appends one actual_resources entry per state of `resources` to `unit`, throwing as
+  // addComputeUnitActualResource says; `computeUnitName` is for the message.
+  static void appendActualResources(ProfileAnalyzerSystemDiagramSerializable::computeUnit& unit,
+                                    std::string const& computeUnitName,
+                                    ActualResourceCollection const& resources);
+
   std::shared_ptr<Container> container;
 };
 

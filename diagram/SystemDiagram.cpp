@@ -133,6 +133,13 @@ void SystemDiagram::upsertKernelUtilization(
   kernelUse.mergeTo(systemDiagram);
 }
 
+void SystemDiagram::upsertKernelUtilization(
+    std::vector<dispatch::system_diagram_server::UpsertKernelUse> const& messages) {
+  if (messages.empty()) return;
+  for (auto const& message : messages) kernelUse.mergeFrom(message);
+  kernelUse.mergeTo(systemDiagram);
+}
+
 void SystemDiagram::upsertKernel(ProfileAnalyzerSystemDiagramSerializable::kernel const& kernel) {
   systemDiagram.upsertKernel(kernel);
 }

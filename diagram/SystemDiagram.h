@@ -3,6 +3,7 @@
 #define DIAGRAM_SYSTEMDIAGRAM_H_
 
 #include <string>
+#include <vector>
 
 #include "diagram/StatefulSystemDiagram.h"
 #include "resources/StatefulKernelUse.h"
@@ -66,6 +67,12 @@ class SystemDiagram {
   // design state. Two steps, each under its own lock (kernel use, then diagram); another request
   // may merge between them, which is harmless since the second step publishes the whole map.
   void upsertKernelUtilization(dispatch::system_diagram_server::UpsertKernelUse const& message);
+  // The same for each of `messages` in order, with one publication at the end instead of one per
+  // message. Every publication writes the whole map, so the diagram ends up exactly as after
+  // one upsertKernelUtilization per message; a report file of N compute units then costs one
+  // rewrite of them instead of N. Nothing is published for an empty list.
+  void upsertKernelUtilization(
+      std::vector<dispatch::system_diagram_server::UpsertKernelUse> const& messages);
 
   // Forward to the operation of the same name on systemDiagram.
   void upsertKernel(ProfileAnalyzerSystemDiagramSerializable::kernel const& kernel);

@@ -7,6 +7,7 @@
 #include <memory>
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 #include "diagram/FStreamFinalizer.h"
 #include "diagram/TextConversions.h"
@@ -301,29 +302,34 @@ void SystemDiagramHandler::handleUtilizationDuringBrenloRunRequest(
     // The walk keeps the last value of each name it passed, in file order, and never resets
     // them: a "cu_name" that comes after its "actual_resources" leaves the report under the
     // previous compute unit's name (or refused as unnamed), and so on for the other two.
-    std::string designState;
-    std::string kernelName;
-    std::string computeUnitName;
-    for (auto const& top : report) {
-      if (top.first == "design_state") {
-        designState = top.second.data();
-      } else if (top.first == "kernels") {
-        for (auto const& kernel : top.second) {
-          for (auto const& kernelMember : kernel.second) {
-            if (kernelMember.first == "name") {
-              kernelName = kernelMember.second.data();
-            } else if (kernelMember.first == "compute_units") {
-              for (auto const& computeUnit : kernelMember.second) {
-                for (auto const& member : computeUnit.second) {
-                  if (member.first == "cu_name") {
-                    computeUnitName = member.second.data();
-                  } else if (member.first == "actual_resources") {
-                    // Each compute unit is merged and published on its own: what came before a
-                    // refused entry stays merged, and nothing after it is read.
-                    wire::UpsertKernelUse const use =
-                        kernelUseMessage(designState, kernelName, computeUnitName, member.second);
-                    if (!validateUpsertComputeUnitUseRequest(use, response)) return;
-                    diagram.upsertKernelUtilization(use);
+    // Each compute unit's report is merged on its own: what came before a refused entry stays
+    // merged, and nothing after it is read.
+    std::vector<wire::UpsertKernelUse> uses;
+    auto const walk = [&]() {
+      std::string designState;
+      std::string kernelName;
+      std::string computeUnitName;
+      for (auto const& top : report) {
+        if (top.first == "design_state") {
+          designState = top.second.data();
+        } else if (top.first == "kernels") {
+          for (auto const& kernel : top.second) {
+            for (auto const& kernelMember : kernel.second) {
+              if (kernelMember.first == "name") {
+                kernelName = kernelMember.second.data();
+              } else if (kernelMember.first == "compute_units") {
+                for (auto const& computeUnit : kernelMember.second) {
+                  for (auto const& member : computeUnit.second) {
+                    if (member.first == "cu_name") {
+                      computeUnitName = member.second.data();
+                    } else if (member.first == "actual_resources") {
+                      uses.push_back(kernelUseMessage(designState, kernelName, computeUnitName,
+                                                      member.second));
+                      if (!validateUpsertComputeUnitUseRequest(uses.back(), response)) {
+                        uses.pop_back();
+                        return false;
+                      }
+                    }
                   }
                 }
               }
@@ -331,7 +337,20 @@ void SystemDiagramHandler::handleUtilizationDuringBrenloRunRequest(
           }
         }
       }
+      return true;
+    };
+    // What was merged is published together, however the walk ends: the diagram is the one a
+    // publication after each compute unit would leave, since every publication writes all that
+    // was merged so far, and a file of N compute units costs one rewrite of them instead of N.
+    bool accepted = false;
+    try {
+      accepted = walk();
+    } catch (...) {
+      diagram.upsertKernelUtilization(uses);
+      throw;
     }
+    diagram.upsertKernelUtilization(uses);
+    if (!accepted) return;
     stockResponse(StatusResponse::OK, response);
   }
 }
