@@ -24,7 +24,9 @@ constexpr int kChildCheckFailed = 11;
 constexpr int kChildThrew = 12;
 
 // Every query the import asks of a database (rtd/RtdKernelConfigure.cpp,
-// readKernelsFromSystemCompilerDB), for every hardware function the repository lists.
+// readKernelsFromSystemCompilerDB), for every hardware function the repository lists; then, for
+// every component, the questions a tool chain asks first of a repository (what a component is,
+// and the platform's clocks), each of which the repository answers twice and compares.
 void askQueries(qd::QDSRepo& repo) {
   int const functions = repo.getNumQdHwFcns();
   for (int f = 0; f < functions; ++f) {
@@ -46,6 +48,18 @@ void askQueries(qd::QDSRepo& repo) {
       repo.getQdCompPortType(component, j);
     }
   }
+  int const components = repo.getNumQdComponents();
+  for (int c = 0; c < components; ++c) {
+    std::string const component = repo.getIthQdComponent(c);
+    repo.isQdComp(component);
+    repo.getQdCompType(component);
+    repo.isQdAcceleratorComp(component);
+    repo.isQdPlatformComp(component);
+  }
+  std::string const platform = repo.getQdPlatformComp();
+  repo.getNumPlatformClocks(platform);
+  repo.getNumAvailableClocks(platform);
+  repo.getPlatformDefaultClockId(platform);
 }
 
 // In the child: opens the repository, runs checkDatabase and the import's queries, and ends the
