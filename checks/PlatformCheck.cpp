@@ -124,8 +124,21 @@ class Checker {
   // key of that object nearest to it.
   void missing(Walk const& found, std::string const& path, Severity severity,
                std::string effect, char const* code) {
+    // Keys of the object that the import reads under their own names are not misspellings of
+    // this one ("uramCount" is no misspelt "bramCount").
+    static std::vector<std::string> const kRead = {
+        "vendor", "name", "description", "hardwarePlatform", "boardId", "versionMajor",
+        "versionMinor", "designIntent", "generatedName", "generatedVersion",
+        "generatedChangeList", "generatedTimestamp", "board", "part", "boardPart", "resources",
+        "systemClocks", "busInterfaces", "devices", "core", "type", "instPath",
+        "availableResources", "lutCount", "registerCount", "bramCount", "dspCount", "uramCount",
+        "pBlocks"};
     std::vector<std::string> present;
-    for (JsonMember const& member : found.deepest->members) present.push_back(member.key);
+    for (JsonMember const& member : found.deepest->members) {
+      bool read = false;
+      for (std::string const& key : kRead) read = read || key == member.key;
+      if (!read) present.push_back(member.key);
+    }
     std::string text = "missing";
     std::string const near = nearestKey(found.missingKey, present);
     if (!near.empty() && !found.missingKey.empty()) {
