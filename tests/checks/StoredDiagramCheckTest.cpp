@@ -54,7 +54,7 @@ TEST(StoredDiagramCheckTest, AnEnumerationNameSpelledOtherwise) {
 TEST(StoredDiagramCheckTest, WhatElseTheReaderRefusesInItsOwnWords) {
   Lines const found = lines(R"({"system_diagram_metadata": {"qsa": {"clocks": [{"id": "x"}]}}})");
   ASSERT_EQ(found.size(), 1u);
-  EXPECT_EQ(found[0].substr(0, 63), "d.json: error: refused: (system_diagram_metadata.qsa.clocks[0].id)");
+  EXPECT_EQ(found[0].substr(0, 66), "d.json: error: refused: (system_diagram_metadata.qsa.clocks[0].id)");
   EXPECT_EQ(found[0].substr(found[0].size() - 50),
             "; the reader refuses the file [QV-DIAGRAM-REFUSED]");
 }
