@@ -33,7 +33,8 @@ bool JsonFile::readText(std::string const& path, std::string& text, std::string&
 
 std::optional<JsonDocument> JsonFile::parse(std::string const& path, std::string const& text,
                                             std::string const& format, std::string const& effect,
-                                            CheckReport& report, Severity notJsonSeverity) {
+                                            CheckReport& report, Severity notJsonSeverity,
+                                            std::string const& tooDeepEffect) {
   JsonDocument document = JsonDocument::parse(text);
   if (document.ok()) return document;
   Finding finding;
@@ -43,7 +44,7 @@ std::optional<JsonDocument> JsonFile::parse(std::string const& path, std::string
   finding.column = document.errorColumn();
   finding.text = document.tooDeep() ? document.errorText()
                                     : "not valid JSON: " + document.errorText();
-  finding.effect = effect;
+  finding.effect = document.tooDeep() && !tooDeepEffect.empty() ? tooDeepEffect : effect;
   finding.code = "QV-" + format + (document.tooDeep() ? "-TOO-DEEP" : "-NOT-JSON");
   report.add(std::move(finding));
   return std::nullopt;

@@ -20,11 +20,12 @@ class JsonFile {
   // Parses `text`, the content of `path`. For text that is not JSON, adds an error (or a
   // warning with `notJsonSeverity`) with the code QV-<format>-NOT-JSON, or QV-<format>-TOO-DEEP
   // for nesting the library refuses, and returns nothing; `effect` says what the import does
-  // then.
+  // then, `tooDeepEffect` (when not empty) what it does with nesting that deep.
   static std::optional<JsonDocument> parse(std::string const& path, std::string const& text,
                                            std::string const& format, std::string const& effect,
                                            CheckReport& report,
-                                           Severity notJsonSeverity = Severity::kError);
+                                           Severity notJsonSeverity = Severity::kError,
+                                           std::string const& tooDeepEffect = std::string());
 };
 
 }  // namespace qvcheck

@@ -343,7 +343,9 @@ void KernelFilesCheck::checkKernelJson(std::string const& path, CheckReport& rep
   // not JSON as absent.
   std::optional<JsonDocument> const document = JsonFile::parse(
       path, text, "KERNELJSON", "the import takes it as absent: the kernel gets no clock", report,
-      Severity::kWarning);
+      Severity::kWarning,
+      // Its reader there is the property tree's own, without the nesting limit of the others.
+      "the check reads no further; the import reads it as deep as its stack allows");
   if (!document) return;
   JsonValue const& root = document->root();
   JsonValue const* const info = root.find("ClockInfo");

@@ -190,6 +190,10 @@ TEST_F(KernelsCheckTest, KernelClocks) {
                  "{\"ClockInfo\": {\"ClockName\": \"ap_clk\", \"ClockPeriod\": 0}}"),
             (Lines{"c.json:1:54: warning: ClockInfo.ClockPeriod: a period of 0 ns; the import "
                    "stores an infinite requested frequency [QV-KERNELJSON-PERIOD-ZERO]"}));
+  EXPECT_EQ(file(check, "c.json", std::string(101, '[') + std::string(101, ']')),
+            (Lines{"c.json:1:101: warning: arrays and objects nest deeper than 100 levels; the "
+                   "check reads no further; the import reads it as deep as its stack allows "
+                   "[QV-KERNELJSON-TOO-DEEP]"}));
   EXPECT_EQ(file(check, "c.json", "{\"ClockInfo\": "),
             (Lines{"c.json:1:15: warning: not valid JSON: Invalid value; the import takes it as "
                    "absent: the kernel gets no clock [QV-KERNELJSON-NOT-JSON]"}));
