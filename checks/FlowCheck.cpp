@@ -1,5 +1,6 @@
 #include "checks/FlowCheck.h"
 
+#include "checks/CrossFileCheck.h"
 #include "checks/KernelsCheck.h"
 #include "checks/PlatformCheck.h"
 #include "checks/RepositoryCheck.h"
@@ -24,6 +25,12 @@ void FlowCheck::run(Inputs const& inputs, CheckReport& report) {
   if (!inputs.rtdFile.empty()) RtdCheck::checkFile(inputs.rtdFile, report);
   if (!inputs.platform.empty()) {
     PlatformCheck::checkPlatform(inputs.platform, inputs.platformPath, report);
+    std::vector<std::string> tried;
+    std::string const platformFile =
+        PlatformCheck::locate(inputs.platform, inputs.platformPath, tried);
+    if (!inputs.rtdFile.empty() && !platformFile.empty()) {
+      CrossFileCheck::memorySlrs(inputs.rtdFile, platformFile, report);
+    }
   }
   if (!inputs.kernelsFile.empty()) {
     KernelsCheck::checkFile(inputs.kernelsFile, true, report);
@@ -31,7 +38,10 @@ void FlowCheck::run(Inputs const& inputs, CheckReport& report) {
     KernelsCheck::checkFile(defaultKernelsFile(inputs.rtdFile), false, report);
   }
   if (!inputs.afterImplRtdFile.empty()) RtdCheck::checkFile(inputs.afterImplRtdFile, report);
-  for (std::string const& file : inputs.utilizationFiles) UtilizationCheck::checkFile(file, report);
+  for (std::string const& file : inputs.utilizationFiles) {
+    UtilizationCheck::checkFile(file, report);
+    if (!inputs.rtdFile.empty()) CrossFileCheck::reportedComputeUnits(inputs.rtdFile, file, report);
+  }
   if (!inputs.diagramFile.empty()) StoredDiagramCheck::checkFile(inputs.diagramFile, report);
   if (!inputs.repositoryFile.empty()) RepositoryCheck::checkFile(inputs.repositoryFile, report);
 }
