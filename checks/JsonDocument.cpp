@@ -4,6 +4,8 @@
 #include <rapidjson/reader.h>
 
 #include <cstddef>
+#include <cstring>
+#include <map>
 
 namespace qvcheck {
 
@@ -50,6 +52,7 @@ class LineCountingStream {
 
   int tokenLine() const { return tokenLine_; }
   int tokenColumn() const { return tokenColumn_; }
+  std::size_t tokenOffset() const { return tokenOffset_; }
 
  private:
   // Called with each character before the position moves past it.
@@ -75,6 +78,7 @@ class LineCountingStream {
     if (c == '"' || c == '{' || c == '[' || atBoundary_) {
       tokenLine_ = line_;
       tokenColumn_ = column_;
+      tokenOffset_ = position_ - 1;
     }
     atBoundary_ = c == '{' || c == '[';
   }
@@ -85,6 +89,7 @@ class LineCountingStream {
   int column_ = 1;
   int tokenLine_ = 1;
   int tokenColumn_ = 1;
+  std::size_t tokenOffset_ = 0;
   bool inString_ = false;
   bool escaped_ = false;
   bool atBoundary_ = true;
@@ -93,11 +98,15 @@ class LineCountingStream {
 // Builds the tree of JsonValue from RapidJSON's events.
 class TreeBuilder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, TreeBuilder> {
  public:
-  explicit TreeBuilder(LineCountingStream const& stream) : stream_(stream) {}
+  // `numbers`: the texts of numbers that were replaced in the text being parsed, by offset.
+  TreeBuilder(LineCountingStream const& stream, std::map<std::size_t, std::string> const& numbers)
+      : stream_(stream), numbers_(numbers) {}
 
   bool Null() { return scalar(JsonValue::Kind::kNull, "null"); }
   bool Bool(bool b) { return scalar(JsonValue::Kind::kBool, b ? "true" : "false"); }
   bool RawNumber(char const* text, rapidjson::SizeType length, bool) {
+    auto const replaced = numbers_.find(stream_.tokenOffset());
+    if (replaced != numbers_.end()) return scalar(JsonValue::Kind::kNumber, replaced->second);
     return scalar(JsonValue::Kind::kNumber, std::string(text, length));
   }
   bool String(char const* text, rapidjson::SizeType length, bool) {
@@ -166,6 +175,7 @@ class TreeBuilder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, TreeB
   }
 
   LineCountingStream const& stream_;
+  std::map<std::size_t, std::string> const& numbers_;
   std::shared_ptr<JsonValue> root_;
   std::vector<JsonValue*> open_;
   std::string pendingKey_;
@@ -222,32 +232,52 @@ std::string JsonValue::describe() const {
 
 JsonDocument JsonDocument::parse(std::string const& text) {
   JsonDocument document;
-  LineCountingStream stream(text);
-  TreeBuilder builder(stream);
-  rapidjson::Reader reader;
-  // Numbers stay text, as the library's reader keeps them; text that is not UTF-8 is refused,
-  // as it is there.
-  constexpr unsigned kFlags = rapidjson::kParseNumbersAsStringsFlag |
-                              rapidjson::kParseValidateEncodingFlag;
-  rapidjson::ParseResult const result = reader.Parse<kFlags>(stream, builder);
-  if (builder.tooDeep()) {
-    document.tooDeep_ = true;
-    document.errorLine_ = builder.deepLine();
-    document.errorColumn_ = builder.deepColumn();
-    document.errorText_ = "arrays and objects nest deeper than 100 levels";
-    return document;
-  }
-  if (result.IsError()) {
-    positionOf(text, result.Offset(), document.errorLine_, document.errorColumn_);
-    document.errorText_ = rapidjson::GetParseError_En(result.Code());
-    // RapidJSON's texts end with a full stop; ours are embedded in a sentence.
-    if (!document.errorText_.empty() && document.errorText_.back() == '.') {
-      document.errorText_.pop_back();
+  // RapidJSON converts each number while it reads it, and refuses one too large for a double
+  // (1e999) although it would hand over the text alone; the library's reader keeps numbers as
+  // text and takes any size. Such a number is replaced by a 0 and blanks of the same length,
+  // which keep every position, and the parse starts again; the tree gets the number as written.
+  std::string parsed = text;
+  std::map<std::size_t, std::string> numbers;
+  while (true) {
+    LineCountingStream stream(parsed);
+    TreeBuilder builder(stream, numbers);
+    rapidjson::Reader reader;
+    // Numbers stay text, as the library's reader keeps them; text that is not UTF-8 is refused,
+    // as it is there.
+    constexpr unsigned kFlags = rapidjson::kParseNumbersAsStringsFlag |
+                                rapidjson::kParseValidateEncodingFlag;
+    rapidjson::ParseResult const result = reader.Parse<kFlags>(stream, builder);
+    if (builder.tooDeep()) {
+      document.tooDeep_ = true;
+      document.errorLine_ = builder.deepLine();
+      document.errorColumn_ = builder.deepColumn();
+      document.errorText_ = "arrays and objects nest deeper than 100 levels";
+      return document;
     }
+    if (result.IsError() && result.Code() == rapidjson::kParseErrorNumberTooBig &&
+        numbers.count(result.Offset()) == 0) {
+      std::size_t end = result.Offset();
+      while (end < parsed.size() && std::strchr("0123456789+-.eE", parsed[end]) != nullptr &&
+             parsed[end] != '\0') {
+        ++end;
+      }
+      numbers[result.Offset()] = parsed.substr(result.Offset(), end - result.Offset());
+      parsed.replace(result.Offset(), end - result.Offset(),
+                     "0" + std::string(end - result.Offset() - 1, ' '));
+      continue;
+    }
+    if (result.IsError()) {
+      positionOf(text, result.Offset(), document.errorLine_, document.errorColumn_);
+      document.errorText_ = rapidjson::GetParseError_En(result.Code());
+      // RapidJSON's texts end with a full stop; ours are embedded in a sentence.
+      if (!document.errorText_.empty() && document.errorText_.back() == '.') {
+        document.errorText_.pop_back();
+      }
+      return document;
+    }
+    document.root_ = builder.root();
     return document;
   }
-  document.root_ = builder.root();
-  return document;
 }
 
 std::string joinPath(std::string const& base, std::string const& key) {
