@@ -17,6 +17,8 @@
 #include "checks/CheckReport.h"
 #include "checks/PlatformCheck.h"
 #include "checks/RtdCheck.h"
+#include "checks/StoredDiagramCheck.h"
+#include "diagram/ProfileAnalyzerSystemDiagram.h"
 #include "diagram/ProfileAnalyzerSystemDiagramBuilder.h"
 #include "diagram/TextConversions.h"
 #include "rtd/RtdSystemDiagramVisitor.h"
@@ -277,6 +279,57 @@ TEST(ImportAgreementTest, ThePlatformKeysTheImportMissesAreTheOnesTheCheckNames)
   }
   EXPECT_GT(withMessages, 15);
   EXPECT_GE(failing, 2);
+}
+
+TEST(ImportAgreementTest, EveryStoredDiagramTheReaderRefusesHasAnErrorAndNoOtherHas) {
+  std::string const corpus = QV_FUZZ_CORPUS_DIR "/stored_diagram/";
+  int refused = 0, total = 0;
+  for (char const* seed : {"base.json", "upsert_kernel.json", "upsert_qsa_clock.json"}) {
+    std::string const text = readFile(corpus + seed);
+    std::vector<std::string> inputs = {text};
+    struct Rewrite {
+      char const* from;
+      char const* to;
+    };
+    Rewrite const rewrites[] = {
+        {"\"name\"", "\"nmae\""},          {"\"qsa\"", "\"QSA\""},
+        {"\"schema_version\"", "\"schemaVersion\""},  // the JSON name: accepted
+        {"\"MEM_", "\"MEMORY_"},           {"\"CLOCK_", "\"Clock_"},
+        {"\"major\": \"2\"", "\"major\": \"two\""}, {"\"id\": ", "\"id\": ["},
+        {"\"major\": \"2\"", "\"major\": 2"},
+    };
+    for (Rewrite const& rewrite : rewrites) {
+      std::string::size_type const at = text.find(rewrite.from);
+      if (at == std::string::npos) continue;
+      std::string changed = text;
+      changed.replace(at, std::string(rewrite.from).size(), rewrite.to);
+      inputs.push_back(changed);
+    }
+    inputs.push_back(text.substr(0, text.size() / 2));
+    for (std::string const& input : inputs) {
+      ++total;
+      bool readerRefuses = false;
+      std::string why;
+      try {
+        IPA::ProfileAnalyzerSystemDiagram diagram(
+            std::make_shared<ProfileAnalyzerSystemDiagramSerializable::outerContainer>());
+        std::istringstream in(input);
+        diagram.serializeFromJson(in);
+      } catch (std::exception const& error) {
+        readerRefuses = true;
+        why = error.what();
+      }
+      qvcheck::CheckReport report;
+      qvcheck::StoredDiagramCheck::checkText("d.json", input, report);
+      std::ostringstream printed;
+      report.writeText(printed);
+      EXPECT_EQ(report.count(qvcheck::Severity::kError) > 0, readerRefuses)
+          << (readerRefuses ? why : "accepted") << "\n" << printed.str();
+      if (readerRefuses) ++refused;
+    }
+  }
+  EXPECT_GT(refused, 10);
+  EXPECT_GT(total - refused, 3);
 }
 
 }  // namespace
