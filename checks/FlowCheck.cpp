@@ -37,7 +37,9 @@ void FlowCheck::run(Inputs const& inputs, CheckReport& report) {
   } else if (!inputs.rtdFile.empty()) {
     KernelsCheck::checkFile(defaultKernelsFile(inputs.rtdFile), false, report);
   }
-  if (!inputs.afterImplRtdFile.empty()) RtdCheck::checkFile(inputs.afterImplRtdFile, report);
+  if (!inputs.afterImplRtdFile.empty()) {
+    RtdCheck::checkFile(inputs.afterImplRtdFile, report, RtdCheck::Use::kUpdate);
+  }
   for (std::string const& file : inputs.utilizationFiles) {
     UtilizationCheck::checkFile(file, report);
     if (!inputs.rtdFile.empty()) CrossFileCheck::reportedComputeUnits(inputs.rtdFile, file, report);

@@ -31,7 +31,8 @@ char const* const kSupportedPatch = "0";
 
 class Checker {
  public:
-  Checker(std::string path, CheckReport& report) : path_(std::move(path)), report_(report) {}
+  Checker(std::string path, CheckReport& report, RtdCheck::Use use)
+      : path_(std::move(path)), report_(report), use_(use) {}
 
   void check(JsonValue const& root) {
     checkVersion(root);
@@ -39,7 +40,9 @@ class Checker {
     ips_ = section(root, "ip_layout", "m_ip_data", kIpDataKeys, "IP entry");
     connections_ = section(root, "connectivity", "m_connection", kConnectionKeys, "connection");
     checkIps();
-    checkConnections();
+    // The update after implementation reads the connections' section (its count and list are
+    // required) but does nothing with its entries.
+    if (use_ == RtdCheck::Use::kImport) checkConnections();
   }
 
  private:
@@ -90,11 +93,15 @@ class Checker {
     bool const supported = !(major < kSupportedMajor) && found["minor"] == kSupportedMinor &&
                            found["patch"] == kSupportedPatch;
     if (supported) return;
-    add(Severity::kError, version->line, version->column, "schema_version",
+    bool const update = use_ == RtdCheck::Use::kUpdate;
+    add(update ? Severity::kNote : Severity::kError, version->line, version->column,
+        "schema_version",
         "version " + major + "." + found["minor"] + "." + found["patch"] +
             " is not supported; the import accepts major version 1 or one that sorts after it "
             "as text, with minor version 0 and patch level 0 (1.0.0, 2.0.0, ...)",
-        "the import refuses the file", "QV-RTD-VERSION-UNSUPPORTED");
+        update ? "the update after implementation checks no version and reads the file"
+               : "the import refuses the file",
+        "QV-RTD-VERSION-UNSUPPORTED");
   }
 
   Section section(JsonValue const& root, std::string const& name, std::string const& listKey,
@@ -211,7 +218,10 @@ class Checker {
       add(Severity::kWarning, at ? at->line : entry.value.line,
           at ? at->column : entry.value.column, indexPath(ips_.listPath, i) + ".m_name",
           "the IP_KERNEL \"" + name + "\" has no colon; a compute unit is named <kernel>:<unit>",
-          "the import takes it for a plain IP block and makes no compute unit of it",
+          use_ == RtdCheck::Use::kImport
+              ? "the import takes it for a plain IP block and makes no compute unit of it"
+              : "the update takes it for a plain IP block and sets no compute unit's base "
+                "address from it",
           "QV-RTD-CU-NO-COLON");
     }
   }
@@ -280,6 +290,7 @@ class Checker {
 
   std::string path_;
   CheckReport& report_;
+  RtdCheck::Use use_;
   Section memories_;
   Section ips_;
   Section connections_;
@@ -287,7 +298,7 @@ class Checker {
 
 }  // namespace
 
-void RtdCheck::checkFile(std::string const& path, CheckReport& report) {
+void RtdCheck::checkFile(std::string const& path, CheckReport& report, Use use) {
   report.addFile(path);
   std::string text, why;
   if (!JsonFile::readText(path, text, why)) {
@@ -300,14 +311,15 @@ void RtdCheck::checkFile(std::string const& path, CheckReport& report) {
     report.add(std::move(finding));
     return;
   }
-  checkText(path, text, report);
+  checkText(path, text, report, use);
 }
 
-void RtdCheck::checkText(std::string const& path, std::string const& text, CheckReport& report) {
+void RtdCheck::checkText(std::string const& path, std::string const& text, CheckReport& report,
+                         Use use) {
   std::optional<JsonDocument> const document =
       JsonFile::parse(path, text, "RTD", "the import refuses the file", report);
   if (!document) return;
-  Checker(path, report).check(document->root());
+  Checker(path, report, use).check(document->root());
 }
 
 }  // namespace qvcheck

@@ -21,12 +21,22 @@ namespace qvcheck {
 //            name; a connection to a memory or an IP past the end of its list, or with an
 //            index that is no number; a stream with one half or more than two
 //   note     a key given twice in one entry (the last one counts)
+//
+// The rtd file after implementation goes through the same reader, but its update
+// (rtd/RtdTreeSlrBaseAddressVisitor) reads only memories and IP entries and checks no version:
+// for it a version the import would refuse is a note, and connections are not looked at.
 class RtdCheck {
  public:
+  enum class Use {
+    kImport,  // MakeInitialSystemDiagram
+    kUpdate,  // UpdateSystemDiagramAfterBrenloRuns
+  };
+
   // Reads `path` and adds what it finds to `report`; never throws for a bad file.
-  static void checkFile(std::string const& path, CheckReport& report);
+  static void checkFile(std::string const& path, CheckReport& report, Use use = Use::kImport);
   // The same for text already read; findings name `path`.
-  static void checkText(std::string const& path, std::string const& text, CheckReport& report);
+  static void checkText(std::string const& path, std::string const& text, CheckReport& report,
+                        Use use = Use::kImport);
 };
 
 }  // namespace qvcheck

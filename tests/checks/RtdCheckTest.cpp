@@ -81,6 +81,20 @@ TEST_F(RtdCheckTest, AVersionTheImportRefusesNamesTheAcceptedOnes) {
   EXPECT_EQ(lines(changed("\"major\": \"1\"", "\"major\": \"10\"")), Lines{});
 }
 
+TEST_F(RtdCheckTest, TheUpdateAfterImplementationChecksNoVersionAndNoConnection) {
+  std::string text = changed("\"minor\": \"0\"", "\"minor\": \"1\"");
+  std::string const index = "\"mem_data_index\": \"0\"";
+  text.replace(text.find(index), index.size(), "\"mem_data_index\": \"9\"");
+  qvcheck::CheckReport report;
+  qvcheck::RtdCheck::checkText("t.rtd.json", text, report, qvcheck::RtdCheck::Use::kUpdate);
+  ASSERT_EQ(report.findings().size(), 1u);
+  EXPECT_EQ(qvcheck::CheckReport::line(report.findings()[0]),
+            "t.rtd.json:2:2: note: schema_version: version 1.1.0 is not supported; the import "
+            "accepts major version 1 or one that sorts after it as text, with minor version 0 "
+            "and patch level 0 (1.0.0, 2.0.0, ...); the update after implementation checks no "
+            "version and reads the file [QV-RTD-VERSION-UNSUPPORTED]");
+}
+
 TEST_F(RtdCheckTest, AMissingCountIsAnErrorEvenForAnEmptySection) {
   EXPECT_EQ(lines(changed("\"connectivity\": {\"m_count\": \"1\",", "\"connectivity\": {")),
             (Lines{"t.rtd.json:7:2: error: connectivity.m_count: missing (even a section with no "
