@@ -1,6 +1,7 @@
 // qvdiag: the command line of qv_system_diagram. See docs/qvdiag.md.
 //
 //   qvdiag build    the whole flow of one design, in-process
+//   qvdiag check    what the import of a flow's inputs will refuse, drop or misread
 //   qvdiag serve    the compile server: the library over gRPC
 //   qvdiag call     one request to a running server
 //   qvdiag session  create, fork and remove sessions of a running server
@@ -29,6 +30,8 @@
 #include "host/qd/qdrepo/QDSRepo.h"
 #include "platform/dispatch/RequestHandler.h"
 #include "service/Log.h"
+#include "checks/CheckReport.h"
+#include "checks/FlowCheck.h"
 #include "tools/qvdiag/CompileServerHost.h"
 #include "tools/qvdiag/DiagramSummary.h"
 #include "tools/qvdiag/ExitCode.h"
@@ -335,6 +338,125 @@ dispatch::Session sessionOf(std::string const& uuid, std::string const& name) {
   return session;
 }
 
+// The options of build, which check takes as well, so that a command line of one runs as the
+// other. For check nothing is required, and the options that only matter to build say so.
+struct FlowOptions {
+  ServiceHost::Settings settings;
+  FlowBuild::Inputs inputs;
+  std::string reportFormat = "text";
+  bool noPictures = false;
+  bool checkFirst = false;
+};
+
+struct CheckOptions {
+  std::string diagramFile;
+  std::string repositoryFile;
+  std::string format = "text";
+  bool strict = false;
+};
+
+void addFlowOptions(CLI::App& command, FlowOptions& options, bool forCheck) {
+  FlowBuild::Inputs& inputs = options.inputs;
+  std::string const ignored = forCheck ? " (check: accepted and ignored)" : "";
+  CLI::Option* rtd =
+      command.add_option("--rtd", inputs.rtdFile, "The run-time data file written after linking")
+          ->check(CLI::ExistingFile);
+  CLI::Option* platform = command.add_option(
+      "--platform", inputs.platform,
+      "The platform: a name found on --platform-path, or the path of its JSON file");
+  if (!forCheck) {
+    rtd->required();
+    platform->required();
+  }
+  command.add_option("--kernels", inputs.kernelsFile,
+                     "The kernels file (default: kernels.txt beside the rtd file; a missing one "
+                     "means no kernels)");
+  command
+      .add_option("--after-impl-rtd", inputs.afterImplRtdFile,
+                  "The run-time data file written again after implementation")
+      ->check(CLI::ExistingFile);
+  command
+      .add_option("--utilization", inputs.utilizationFiles,
+                  "A resource report of an implementation stage; repeat for more, merged in "
+                  "order")
+      ->check(CLI::ExistingFile);
+  command
+      .add_option("--requests", inputs.requestFiles,
+                  "A JSON array of further requests, [{\"type\": NAME, \"payload\": {...}}], "
+                  "sent in order after the import; repeat for more" + ignored)
+      ->check(CLI::ExistingFile);
+  command.add_option("--out-dir", inputs.outDir,
+                     "Where the two files are written (created)" + ignored)
+      ->default_val(".");
+  command.add_option("--label", inputs.binaryLabel,
+                     "The binary's label (default: the rtd file's name without .rtd.json)" +
+                         ignored);
+  command.add_option("--generated-name", inputs.generatedName,
+                     "Generator name of the build record (default: qvdiag)" + ignored);
+  command.add_option("--generated-version", inputs.generatedVersion,
+                     "Generator version (default: qvdiag's version)" + ignored);
+  command.add_option("--generated-change-list", inputs.generatedChangeList,
+                     "Generator change list (default: local)" + ignored);
+  command.add_option("--generated-timestamp", inputs.generatedTimestamp,
+                     "Time stamp of the build record (default: --timestamp, else now)" + ignored);
+  command.add_option("--generated-detail-a", inputs.generatedDetailA,
+                     "First detail of the build record (default: the rtd file's name)" + ignored);
+  command.add_option("--generated-detail-b", inputs.generatedDetailB,
+                     "Second detail of the build record (default: the platform as given)" +
+                         ignored);
+  command.add_flag("--generated-flag", inputs.generatedFlag,
+                   "Set the build record's flag" + ignored);
+  command
+      .add_option("--report-format", options.reportFormat,
+                  "text (default): flow_report.txt; json or both: also flow_report.json, the "
+                  "report's sections as data (docs/flow-report.md)" + ignored)
+      ->check(CLI::IsMember({"text", "json", "both"}));
+  command.add_flag("--no-pictures", options.noPictures,
+                   "Do not draw system_diagram.svg and system_diagram.html beside the diagram" +
+                       ignored);
+  addHostOptions(command, options.settings);
+  if (forCheck) {
+    // Of the host's options only --platform-path matters to a check; the others are build's.
+    for (char const* name : {"--library", "--timestamp", "--log", "--log-level"}) {
+      CLI::Option* option = command.get_option(name);
+      option->description(option->get_description() + ignored);
+    }
+  }
+}
+
+qvcheck::FlowCheck::Inputs checkInputs(FlowOptions const& options, CheckOptions const& only) {
+  qvcheck::FlowCheck::Inputs inputs;
+  inputs.rtdFile = options.inputs.rtdFile;
+  inputs.platform = options.inputs.platform;
+  inputs.platformPath = options.settings.platformPath;
+  inputs.kernelsFile = options.inputs.kernelsFile;
+  inputs.afterImplRtdFile = options.inputs.afterImplRtdFile;
+  inputs.utilizationFiles = options.inputs.utilizationFiles;
+  inputs.diagramFile = only.diagramFile;
+  inputs.repositoryFile = only.repositoryFile;
+  return inputs;
+}
+
+int runCheck(FlowOptions const& options, CheckOptions const& only) {
+  qvcheck::FlowCheck::Inputs const inputs = checkInputs(options, only);
+  if (inputs.rtdFile.empty() && inputs.platform.empty() && inputs.kernelsFile.empty() &&
+      inputs.afterImplRtdFile.empty() && inputs.utilizationFiles.empty() &&
+      inputs.diagramFile.empty() && inputs.repositoryFile.empty()) {
+    throw UsageError("nothing to check: give at least one input (--rtd, --platform, --kernels, "
+                     "--after-impl-rtd, --utilization, --diagram, --repository)");
+  }
+  qvcheck::CheckReport report;
+  qvcheck::FlowCheck::run(inputs, report);
+  std::ostringstream out;
+  if (only.format == "json") {
+    report.writeJson(out);
+  } else {
+    report.writeText(out);
+  }
+  std::cout << out.str() << std::flush;
+  return report.exitCode(only.strict);
+}
+
 // Text of the exception being handled, for the one line qvdiag prints on failure.
 int failed(char const* command, std::exception const& error, int code) {
   std::cerr << "qvdiag " << command << ": " << error.what() << std::endl;
@@ -349,63 +471,39 @@ int main(int argc, char** argv) {
   app.set_version_flag("--version", std::string("qvdiag ") + QV_VERSION);
 
   // build
-  ServiceHost::Settings buildSettings;
-  FlowBuild::Inputs inputs;
+  FlowOptions buildOptions;
   CLI::App* build = app.add_subcommand(
       "build",
       "Run the whole flow of one design in-process: import the rtd file, update it after "
       "implementation, merge resource reports, write system_diagram.json and flow_report.txt");
-  build->add_option("--rtd", inputs.rtdFile, "The run-time data file written after linking")
-      ->required()
+  addFlowOptions(*build, buildOptions, false);
+  build->add_flag("--check", buildOptions.checkFirst,
+                  "Check the inputs first, as qvdiag check does, and stop before the first "
+                  "request when the check finds an error (findings on standard error)");
+
+  // check
+  FlowOptions checkOptions;
+  CheckOptions checkOnly;
+  CLI::App* check = app.add_subcommand(
+      "check",
+      "Check the inputs of a flow with strict readers: say, with file, line and a code, what "
+      "the import will refuse, drop or misread (docs/check.md). Takes the options of build; "
+      "those that only matter to build are accepted and ignored. Exit 0: no error (with "
+      "--strict: no warning either); 1: errors; 2: bad usage");
+  addFlowOptions(*check, checkOptions, true);
+  check->add_option("--diagram", checkOnly.diagramFile,
+                    "A stored system diagram (JSON) to check as ReadSystemDiagram reads it")
       ->check(CLI::ExistingFile);
-  build
-      ->add_option("--platform", inputs.platform,
-                   "The platform: a name found on --platform-path, or the path of its JSON file")
-      ->required();
-  build->add_option("--kernels", inputs.kernelsFile,
-                    "The kernels file (default: kernels.txt beside the rtd file; a missing one "
-                    "means no kernels)");
-  build
-      ->add_option("--after-impl-rtd", inputs.afterImplRtdFile,
-                   "The run-time data file written again after implementation")
+  check->add_option("--repository", checkOnly.repositoryFile,
+                    "A hardware repository (system compiler database) to open, check and ask "
+                    "the import's queries")
       ->check(CLI::ExistingFile);
-  build
-      ->add_option("--utilization", inputs.utilizationFiles,
-                   "A resource report of an implementation stage; repeat for more, merged in "
-                   "order")
-      ->check(CLI::ExistingFile);
-  build
-      ->add_option("--requests", inputs.requestFiles,
-                   "A JSON array of further requests, [{\"type\": NAME, \"payload\": {...}}], "
-                   "sent in order after the import; repeat for more")
-      ->check(CLI::ExistingFile);
-  build->add_option("--out-dir", inputs.outDir, "Where the two files are written (created)")
-      ->default_val(".");
-  build->add_option("--label", inputs.binaryLabel,
-                    "The binary's label (default: the rtd file's name without .rtd.json)");
-  build->add_option("--generated-name", inputs.generatedName,
-                    "Generator name of the build record (default: qvdiag)");
-  build->add_option("--generated-version", inputs.generatedVersion,
-                    "Generator version (default: qvdiag's version)");
-  build->add_option("--generated-change-list", inputs.generatedChangeList,
-                    "Generator change list (default: local)");
-  build->add_option("--generated-timestamp", inputs.generatedTimestamp,
-                    "Time stamp of the build record (default: --timestamp, else now)");
-  build->add_option("--generated-detail-a", inputs.generatedDetailA,
-                    "First detail of the build record (default: the rtd file's name)");
-  build->add_option("--generated-detail-b", inputs.generatedDetailB,
-                    "Second detail of the build record (default: the platform as given)");
-  build->add_flag("--generated-flag", inputs.generatedFlag, "Set the build record's flag");
-  std::string reportFormat = "text";
-  build
-      ->add_option("--report-format", reportFormat,
-                   "text (default): flow_report.txt; json or both: also flow_report.json, the "
-                   "report's sections as data (docs/flow-report.md)")
-      ->check(CLI::IsMember({"text", "json", "both"}));
-  bool noPictures = false;
-  build->add_flag("--no-pictures", noPictures,
-                  "Do not draw system_diagram.svg and system_diagram.html beside the diagram");
-  addHostOptions(*build, buildSettings);
+  check
+      ->add_option("--format", checkOnly.format,
+                   "text (default): one line per finding, as a compiler prints them, and a "
+                   "summary; json: one document for a script (docs/check.md)")
+      ->check(CLI::IsMember({"text", "json"}));
+  check->add_flag("--strict", checkOnly.strict, "Exit 1 when there is any warning");
 
   // serve
   ServiceHost::Settings serveSettings;
@@ -554,8 +652,21 @@ int main(int argc, char** argv) {
   char const* command = app.get_subcommands().front()->get_name().c_str();
   try {
     if (build->parsed()) {
-      return runBuild(buildSettings, inputs, reportFormat != "text", !noPictures);
+      if (buildOptions.checkFirst) {
+        // The findings go to standard error, where build's progress goes; standard output
+        // keeps build's summary alone.
+        qvcheck::CheckReport findings;
+        qvcheck::FlowCheck::run(checkInputs(buildOptions, CheckOptions()), findings);
+        findings.writeText(std::cerr);
+        if (findings.exitCode(false) != kExitSuccess) {
+          std::cerr << "qvdiag build: the check found errors; nothing was sent" << std::endl;
+          return kExitFailure;
+        }
+      }
+      return runBuild(buildOptions.settings, buildOptions.inputs,
+                      buildOptions.reportFormat != "text", !buildOptions.noPictures);
     }
+    if (check->parsed()) return runCheck(checkOptions, checkOnly);
     if (render->parsed()) {
       RenderCommand::run(renderOptions, std::cout);
       return kExitSuccess;
