@@ -21,7 +21,9 @@ RtdTextField<RtdConnection> const connectionFields[] = {
 
 std::shared_ptr<RtdConnectionCollection> RtdConnectionCollectionBuilder::build() {
   connections.clear();
-  for (auto const& child : tree.get_child(path)) {
+  boost::property_tree::ptree const& list = tree.get_child(path);
+  connections.reserve(list.size());
+  for (auto const& child : list) {
     RtdConnection entry;
     for (auto const& member : child.second) {
       // An unknown member is no error: files carry more than this library reads.
@@ -29,7 +31,8 @@ std::shared_ptr<RtdConnectionCollection> RtdConnectionCollectionBuilder::build()
     }
     connections.push_back(std::move(entry));
   }
-  return std::make_shared<RtdConnectionCollection>(connections);
+  // The entries move into the collection: the next call reads the list afresh anyway.
+  return std::make_shared<RtdConnectionCollection>(std::move(connections));
 }
 
 }  // namespace IPA

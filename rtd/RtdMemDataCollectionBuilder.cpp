@@ -22,7 +22,9 @@ RtdTextField<RtdMemData> const memDataFields[] = {
 
 std::shared_ptr<RtdMemDataCollection> RtdMemDataCollectionBuilder::build() {
   memData.clear();
-  for (auto const& child : tree.get_child(path)) {
+  boost::property_tree::ptree const& list = tree.get_child(path);
+  memData.reserve(list.size());
+  for (auto const& child : list) {
     RtdMemData entry;
     for (auto const& member : child.second) {
       // An unknown member is no error: files carry more than this library reads.
@@ -30,7 +32,8 @@ std::shared_ptr<RtdMemDataCollection> RtdMemDataCollectionBuilder::build() {
     }
     memData.push_back(std::move(entry));
   }
-  return std::make_shared<RtdMemDataCollection>(memData);
+  // The entries move into the collection: the next call reads the list afresh anyway.
+  return std::make_shared<RtdMemDataCollection>(std::move(memData));
 }
 
 }  // namespace IPA
