@@ -90,10 +90,14 @@ void parseJsonText(std::string const& text, boost::property_tree::ptree& tree) {
 
 }  // namespace
 
-void readJsonTree(std::istream& in, boost::property_tree::ptree& tree) {
-  std::string const text = readRest(in);
+std::string readJsonText(std::istream& in) {
+  std::string text = readRest(in);
   checkNesting(text);
-  parseJsonText(text, tree);
+  return text;
+}
+
+void readJsonTree(std::istream& in, boost::property_tree::ptree& tree) {
+  parseJsonText(readJsonText(in), tree);
 }
 
 boost::property_tree::ptree makePropertyTree(std::string const& json) {

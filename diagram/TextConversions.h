@@ -75,6 +75,10 @@ constexpr int kMaxJsonNesting = 100;
 // levels", with the line where it goes deeper). Brackets inside strings do not count.
 void readJsonTree(std::istream& in, boost::property_tree::ptree& tree);
 
+// The rest of `in` as the text of one JSON document, with readJsonTree's check of its nesting
+// (the same json_parser_error) but without parsing it: for readers that parse it themselves.
+std::string readJsonText(std::istream& in);
+
 // JSON text to a property tree through readJsonTree; throws
 // boost::property_tree::json_parser_error on bad JSON.
 boost::property_tree::ptree makePropertyTree(std::string const& json);

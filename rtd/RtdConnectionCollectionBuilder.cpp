@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "rtd/RtdJsonDocument.h"
 #include "rtd/RtdTextField.h"
 
 namespace IPA {
@@ -19,9 +20,10 @@ RtdTextField<RtdConnection> const connectionFields[] = {
 
 }  // namespace
 
-std::shared_ptr<RtdConnectionCollection> RtdConnectionCollectionBuilder::build() {
-  connections.clear();
-  boost::property_tree::ptree const& list = tree.get_child(path);
+template <class Tree>
+std::vector<RtdConnection> readRtdConnections(Tree const& tree, std::string const& listPath) {
+  std::vector<RtdConnection> connections;
+  auto const& list = tree.get_child(listPath);
   connections.reserve(list.size());
   for (auto const& child : list) {
     RtdConnection entry;
@@ -31,8 +33,14 @@ std::shared_ptr<RtdConnectionCollection> RtdConnectionCollectionBuilder::build()
     }
     connections.push_back(std::move(entry));
   }
-  // The entries move into the collection: the next call reads the list afresh anyway.
-  return std::make_shared<RtdConnectionCollection>(std::move(connections));
+  return connections;
+}
+
+template std::vector<RtdConnection> readRtdConnections(boost::property_tree::ptree const&, std::string const&);
+template std::vector<RtdConnection> readRtdConnections(RtdJsonDocument::Node const&, std::string const&);
+
+std::shared_ptr<RtdConnectionCollection> RtdConnectionCollectionBuilder::build() {
+  return std::make_shared<RtdConnectionCollection>(readRtdConnections(tree, path));
 }
 
 }  // namespace IPA

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "rtd/RtdJsonDocument.h"
 #include "rtd/RtdTextField.h"
 
 namespace IPA {
@@ -20,9 +21,10 @@ RtdTextField<RtdMemData> const memDataFields[] = {
 
 }  // namespace
 
-std::shared_ptr<RtdMemDataCollection> RtdMemDataCollectionBuilder::build() {
-  memData.clear();
-  boost::property_tree::ptree const& list = tree.get_child(path);
+template <class Tree>
+std::vector<RtdMemData> readRtdMemData(Tree const& tree, std::string const& listPath) {
+  std::vector<RtdMemData> memData;
+  auto const& list = tree.get_child(listPath);
   memData.reserve(list.size());
   for (auto const& child : list) {
     RtdMemData entry;
@@ -32,8 +34,14 @@ std::shared_ptr<RtdMemDataCollection> RtdMemDataCollectionBuilder::build() {
     }
     memData.push_back(std::move(entry));
   }
-  // The entries move into the collection: the next call reads the list afresh anyway.
-  return std::make_shared<RtdMemDataCollection>(std::move(memData));
+  return memData;
+}
+
+template std::vector<RtdMemData> readRtdMemData(boost::property_tree::ptree const&, std::string const&);
+template std::vector<RtdMemData> readRtdMemData(RtdJsonDocument::Node const&, std::string const&);
+
+std::shared_ptr<RtdMemDataCollection> RtdMemDataCollectionBuilder::build() {
+  return std::make_shared<RtdMemDataCollection>(readRtdMemData(tree, path));
 }
 
 }  // namespace IPA
