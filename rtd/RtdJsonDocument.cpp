@@ -20,21 +20,33 @@ class RtdJsonDocumentBuilder {
     keyIndex.emplace(std::string(), 0);
   }
 
-  void on_null() { newValue() = "null"; }
-  void on_boolean(bool b) { newValue() = b ? "true" : "false"; }
+  // A value always starts empty (newValue), so to assign it is to append to it.
+  void on_null() {
+    newValue();
+    append("null", 4);
+  }
+  void on_boolean(bool b) {
+    newValue();
+    if (b) {
+      append("true", 4);
+    } else {
+      append("false", 5);
+    }
+  }
   template <typename Range>
   void on_number(Range codeUnits) {
-    newValue().assign(codeUnits.begin(), codeUnits.end());
+    newValue();
+    append(codeUnits.begin(), codeUnits.end());
   }
   void on_begin_number() { newValue(); }
-  void on_digit(char d) { currentValue() += d; }
+  void on_digit(char d) { append(&d, 1); }
   void on_end_number() {}
   void on_begin_string() { newValue(); }
   template <typename Range>
   void on_code_units(Range codeUnits) {
-    currentValue().append(codeUnits.begin(), codeUnits.end());
+    append(codeUnits.begin(), codeUnits.end());
   }
-  void on_code_unit(char c) { currentValue() += c; }
+  void on_code_unit(char c) { append(&c, 1); }
   void on_end_string() {}
   void on_begin_array() {
     newTree();
@@ -60,21 +72,32 @@ class RtdJsonDocumentBuilder {
     std::uint32_t node;
   };
 
-  std::string& currentValue() {
+  // Adds to the value being read: a key, or the text of the node on top of the stack, which is
+  // always the last text of the document (values are read one at a time, and a node's text
+  // starts when it is made).
+  template <class Iterator>
+  void append(Iterator first, Iterator last) {
     Layer const& layer = stack.back();
-    if (layer.kind == Kind::kKey) return keyBuffer;
-    return document.records[layer.node].data;
+    if (layer.kind == Kind::kKey) {
+      keyBuffer.append(first, last);
+      return;
+    }
+    std::size_t const before = document.texts.size();
+    document.texts.append(first, last);
+    document.record(layer.node).dataLength +=
+        static_cast<std::uint32_t>(document.texts.size() - before);
   }
+  void append(char const* text, std::size_t length) { append(text, text + length); }
 
   std::uint32_t addChild(std::uint32_t parent, std::uint32_t key) {
-    auto const index = static_cast<std::uint32_t>(document.records.size());
-    document.records.emplace_back();
-    document.records.back().key = key;
-    RtdJsonDocument::Record& owner = document.records[parent];
+    std::uint32_t const index = document.addRecord();
+    document.record(index).key = key;
+    document.record(index).dataOffset = static_cast<std::uint32_t>(document.texts.size());
+    RtdJsonDocument::Record& owner = document.record(parent);
     if (owner.lastChild == RtdJsonDocument::kNone) {
       owner.firstChild = index;
     } else {
-      document.records[owner.lastChild].next = index;
+      document.record(owner.lastChild).next = index;
     }
     owner.lastChild = index;
     ++owner.children;
@@ -118,19 +141,24 @@ class RtdJsonDocumentBuilder {
     }
   }
 
-  std::string& newValue() {
-    if (stack.empty()) return document.records[newTree()].data;
+  // Starts a value: a new node, or the key of an object's next member.
+  void newValue() {
+    if (stack.empty()) {
+      newTree();
+      return;
+    }
     Layer& layer = stack.back();
     switch (layer.kind) {
       case Kind::kLeaf:
         stack.pop_back();
-        return newValue();
+        newValue();
+        return;
       case Kind::kObject:
         layer.kind = Kind::kKey;
         keyBuffer.clear();
-        return keyBuffer;
+        return;
       default:
-        return document.records[newTree()].data;
+        newTree();
     }
   }
 
@@ -141,13 +169,24 @@ class RtdJsonDocumentBuilder {
 };
 
 RtdJsonDocument::RtdJsonDocument(std::string const& text) {
-  // The root, and room for the nodes: a file has about one node per ten bytes.
-  records.reserve(text.size() / 10 + 1);
-  records.emplace_back();
+  // Positions are 32 bits wide; a run-time data file is some megabytes.
+  if (text.size() >= kNone) {
+    throw std::length_error("A run-time data file of 4 GiB or more cannot be read.");
+  }
+  // Room for every text at once, so that it does not grow (and copy itself) while the file is
+  // read: the values' texts are never longer than the file. A bound; only what is written is
+  // ever touched.
+  texts.reserve(text.size());
+  addRecord();
   RtdJsonDocumentBuilder callbacks(*this);
   namespace detail = boost::property_tree::json_parser::detail;
   detail::encoding<char> encoding;
   detail::read_json_internal(text.begin(), text.end(), encoding, callbacks, std::string());
+}
+
+std::uint32_t RtdJsonDocument::addRecord() {
+  if ((recordCount & (kBlock - 1)) == 0) blocks.push_back(std::make_unique<Record[]>(kBlock));
+  return recordCount++;
 }
 
 RtdJsonDocument::Node RtdJsonDocument::root() const { return Node(this, 0); }
@@ -159,11 +198,11 @@ std::uint32_t RtdJsonDocument::Node::find(std::string const& path) const {
     std::string::size_type const dot = path.find('.', start);
     std::string::size_type const length =
         dot == std::string::npos ? path.size() - start : dot - start;
-    std::uint32_t child = document_->records[node].firstChild;
+    std::uint32_t child = document_->record(node).firstChild;
     while (child != kNone) {
-      std::string const& key = document_->keys[document_->records[child].key];
+      std::string const& key = document_->keys[document_->record(child).key];
       if (key.size() == length && key.compare(0, length, path, start, length) == 0) break;
-      child = document_->records[child].next;
+      child = document_->record(child).next;
     }
     if (child == kNone) return kNone;
     node = child;
@@ -185,7 +224,7 @@ template <>
 std::string RtdJsonDocument::Node::get<std::string>(std::string const& path,
                                                     std::string const& fallback) const {
   std::uint32_t const found = find(path);
-  return found == kNone ? fallback : document_->records[found].data;
+  return found == kNone ? fallback : std::string(Node(document_, found).data());
 }
 
 }  // namespace IPA

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace IPA {
@@ -36,8 +37,13 @@ class RtdJsonDocument {
  private:
   friend class Node;
   friend class RtdJsonDocumentBuilder;
+  // Records are small and hold no memory of their own: the texts of all values are one text,
+  // `texts`. A large design's document is then a few large blocks, which matters as much as the
+  // count of allocations: memory freed in large blocks goes back to the system, and fetching it
+  // again page by page costs more than filling it.
   struct Record {
-    std::string data;
+    std::uint32_t dataOffset = 0;  // into texts
+    std::uint32_t dataLength = 0;
     std::uint32_t key = 0;  // into keys
     std::uint32_t firstChild = kNone;
     std::uint32_t lastChild = kNone;
@@ -48,7 +54,20 @@ class RtdJsonDocument {
 
   // Every key once (the names repeat on every entry of a list); 0 is the empty key.
   std::vector<std::string> keys;
-  std::vector<Record> records;
+  // The records in blocks of kBlock, each small enough for the heap: a block the size of a large
+  // design's document would be mapped for the one import and unmapped after it, and the next
+  // import would fetch every page of it from the system again.
+  static constexpr std::uint32_t kBlockBits = 12;
+  static constexpr std::uint32_t kBlock = 1u << kBlockBits;
+  Record& record(std::uint32_t index) { return blocks[index >> kBlockBits][index & (kBlock - 1)]; }
+  Record const& record(std::uint32_t index) const {
+    return blocks[index >> kBlockBits][index & (kBlock - 1)];
+  }
+  std::uint32_t addRecord();
+
+  std::vector<std::unique_ptr<Record[]>> blocks;
+  std::uint32_t recordCount = 0;
+  std::string texts;
 };
 
 class RtdJsonDocument::Node {
@@ -61,8 +80,11 @@ class RtdJsonDocument::Node {
 
   // The node's own text: a string's, a number's, "true", "false" or "null"; empty for an object
   // or an array.
-  std::string const& data() const { return document_->records[index_].data; }
-  std::size_t size() const { return document_->records[index_].children; }
+  std::string_view data() const {
+    Record const& record = document_->record(index_);
+    return std::string_view(document_->texts).substr(record.dataOffset, record.dataLength);
+  }
+  std::size_t size() const { return document_->record(index_).children; }
   const_iterator begin() const;
   const_iterator end() const;
 
@@ -92,10 +114,10 @@ class RtdJsonDocument::Node::const_iterator {
   const_iterator(RtdJsonDocument const* document, std::uint32_t index)
       : document_(document), index_(index) {}
   Member operator*() const {
-    return Member{document_->keys[document_->records[index_].key], Node(document_, index_)};
+    return Member{document_->keys[document_->record(index_).key], Node(document_, index_)};
   }
   const_iterator& operator++() {
-    index_ = document_->records[index_].next;
+    index_ = document_->record(index_).next;
     return *this;
   }
   bool operator!=(const_iterator const& other) const { return index_ != other.index_; }
@@ -107,7 +129,7 @@ class RtdJsonDocument::Node::const_iterator {
 };
 
 inline RtdJsonDocument::Node::const_iterator RtdJsonDocument::Node::begin() const {
-  return {document_, document_->records[index_].firstChild};
+  return {document_, document_->record(index_).firstChild};
 }
 inline RtdJsonDocument::Node::const_iterator RtdJsonDocument::Node::end() const {
   return {document_, kNone};

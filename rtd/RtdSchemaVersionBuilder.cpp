@@ -8,9 +8,9 @@ namespace IPA {
 
 template <class Tree>
 std::shared_ptr<RtdSchemaVersion> readRtdSchemaVersion(Tree const& tree) {
-  std::string const patch = tree.get_child("schema_version.patch").data();
-  std::string const minor = tree.get_child("schema_version.minor").data();
-  std::string const major = tree.get_child("schema_version.major").data();
+  std::string const patch(tree.get_child("schema_version.patch").data());
+  std::string const minor(tree.get_child("schema_version.minor").data());
+  std::string const major(tree.get_child("schema_version.major").data());
   return std::make_shared<RtdSchemaVersion>(major, minor, patch);
 }
 

@@ -27,7 +27,7 @@ namespace IPA {
 template <class Section, class Tree, class ReadList>
 std::shared_ptr<Section> readRtdSection(Tree const& tree, std::string const& gatePath,
                                         std::string const& listPath, ReadList readList) {
-  std::string const& count = tree.get_child(gatePath).data();
+  std::string const count(tree.get_child(gatePath).data());
   if (textToInteger<std::uint32_t>(count) == 0) return nullptr;
   return std::make_shared<Section>(readList(tree, listPath));
 }
