@@ -127,9 +127,10 @@ class Runner:
     """Runs one benchmark of one program and answers its time per iteration in seconds, or
     None when the program or the benchmark does not exist."""
 
-    def __init__(self, bench_dir, min_time, verbose):
+    def __init__(self, bench_dir, min_time, warmup_time, verbose):
         self.bench_dir = bench_dir
         self.min_time = min_time
+        self.warmup_time = warmup_time
         self.verbose = verbose
         self.listed = {}
 
@@ -161,6 +162,10 @@ class Runner:
         pattern = "^" + re.escape(name) + "$"
         command = [os.path.join(self.bench_dir, program), f"--benchmark_filter={pattern}",
                    "--benchmark_format=json", f"--benchmark_min_time={self.min_time}"]
+        if self.warmup_time > 0:
+            # Each run is a fresh process: its first iterations also fetch the heap's pages from
+            # the system and fill the caches of the process, which no later iteration pays.
+            command.append(f"--benchmark_min_warmup_time={self.warmup_time}")
         started = time.monotonic()
         done = subprocess.run(command, capture_output=True, text=True, check=False)
         if self.verbose:
@@ -271,6 +276,8 @@ def main():
     parser.add_argument("--rounds", type=int, default=7, help="rounds of each row (default: 7)")
     parser.add_argument("--min-time", type=float, default=0.5,
                         help="--benchmark_min_time of each run, in seconds (default: 0.5)")
+    parser.add_argument("--warmup-time", type=float, default=0.2,
+                        help="--benchmark_min_warmup_time of each run, in seconds (default: 0.2)")
     parser.add_argument("--quick", action="store_true",
                         help="smoke test: the small rows only, one round, one iteration each")
     parser.add_argument("--verbose", action="store_true", help="print each run's duration")
@@ -279,7 +286,8 @@ def main():
     rounds = 1 if args.quick else args.rounds
     # Google Benchmark 1.7 runs at least one iteration whatever the minimum time.
     min_time = 0.0001 if args.quick else args.min_time
-    runner = Runner(os.path.join(args.build_dir, "bench"), min_time, args.verbose)
+    warmup_time = 0.0 if args.quick else args.warmup_time
+    runner = Runner(os.path.join(args.build_dir, "bench"), min_time, warmup_time, args.verbose)
     missed = 0
     failed = 0
     for title, description, rows in SUITES:
