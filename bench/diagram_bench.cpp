@@ -1,10 +1,11 @@
 // Speed of the diagram's editing operations and of its JSON form.
 //
-//   scripts/bench                       all suites, medians of 5 repetitions
+//   scripts/bench --suite diagram       the JSON suites beside their floors, in turns, as ratios
 //   build/bench/diagram_bench --benchmark_filter=Json
 //
 // The JSON suites run our serializeToJson/serializeFromJson and, beside them, the bare protobuf
-// conversion of the same container: the floor that the dependency allows. Compare the medians.
+// conversion of the same container: the floor that the dependency allows. scripts/bench prints
+// the ratio of their medians.
 #include <memory>
 #include <sstream>
 #include <string>

@@ -1,5 +1,6 @@
 // Speed of the run-time data import, against the JSON parsing it cannot avoid.
 //
+//   scripts/bench --suite import                      the two in turns, as a table of ratios
 //   build/bench/import_bench                          both suites, 1,000 and 10,000 compute units
 //   build/bench/import_bench --benchmark_filter=Import
 //

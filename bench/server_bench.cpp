@@ -1,5 +1,6 @@
 // The compile server under load, against the floor of its transport; and what a session costs.
 //
+//   scripts/bench --suite server                    BM_Requests/1 against BM_Requests/0, in turns
 //   build/bench/server_bench
 //   build/bench/server_bench --benchmark_filter=Requests
 //

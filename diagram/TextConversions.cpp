@@ -57,19 +57,54 @@ void checkNesting(std::string const& text) {
   }
 }
 
+
+// The rest of `in` as one text. A stream that knows its length (a file, a string) is read in
+// one piece into a text of that size; growing the text while reading would copy a large file
+// several times over.
+std::string readRest(std::istream& in) {
+  std::streambuf* const buffer = in.rdbuf();
+  std::string text;
+  if (buffer == nullptr) return text;
+  std::streamoff const here = buffer->pubseekoff(0, std::ios::cur, std::ios::in);
+  std::streamoff const end =
+      here < 0 ? -1 : static_cast<std::streamoff>(buffer->pubseekoff(0, std::ios::end, std::ios::in));
+  if (here >= 0 && end >= here &&
+      buffer->pubseekoff(here, std::ios::beg, std::ios::in) == here) {
+    text.resize(static_cast<std::size_t>(end - here));
+    text.resize(static_cast<std::size_t>(buffer->sgetn(&text[0], end - here)));
+  }
+  // Whatever the length did not cover (or all of it, for a stream that cannot seek).
+  text.append(std::istreambuf_iterator<char>(buffer), std::istreambuf_iterator<char>());
+  return text;
+}
+
+// What read_json does with a stream, on the text itself: the same parser, the same callbacks
+// that build the tree, and the same unnamed file in its errors.
+void parseJsonText(std::string const& text, boost::property_tree::ptree& tree) {
+  namespace detail = boost::property_tree::json_parser::detail;
+  detail::standard_callbacks<boost::property_tree::ptree> callbacks;
+  detail::encoding<char> encoding;
+  detail::read_json_internal(text.begin(), text.end(), encoding, callbacks, std::string());
+  tree.swap(callbacks.output());
+}
+
 }  // namespace
 
-void readJsonTree(std::istream& in, boost::property_tree::ptree& tree) {
-  std::string const text{std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+std::string readJsonText(std::istream& in) {
+  std::string text = readRest(in);
   checkNesting(text);
-  std::istringstream parsed(text);
-  boost::property_tree::read_json(parsed, tree);
+  return text;
+}
+
+void readJsonTree(std::istream& in, boost::property_tree::ptree& tree) {
+  parseJsonText(readJsonText(in), tree);
 }
 
 boost::property_tree::ptree makePropertyTree(std::string const& json) {
-  std::istringstream in(json);
+  // The text is already whole: no stream, no copy of it.
+  checkNesting(json);
   boost::property_tree::ptree tree;
-  readJsonTree(in, tree);
+  parseJsonText(json, tree);
   return tree;
 }
 

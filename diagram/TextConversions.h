@@ -3,9 +3,12 @@
 #define DIAGRAM_TEXTCONVERSIONS_H_
 
 #include <boost/property_tree/ptree.hpp>
+#include <cstddef>
 #include <istream>
+#include <limits>
 #include <sstream>
 #include <string>
+#include <type_traits>
 #include <vector>
 
 namespace IPA {
@@ -15,6 +18,20 @@ namespace IPA {
 // gives 0: "12ab" gives 12, "0x1f" gives 0, "" gives 0.
 template <class T>
 T textToInteger(std::string const& text) {
+  // The common case, digits alone and too few to overflow, without a stream: an import reads
+  // one such number per connection. Anything else takes the stream's road below.
+  if (!text.empty() && text.size() <= static_cast<std::size_t>(std::numeric_limits<T>::digits10)) {
+    T value = 0;
+    bool digitsOnly = true;
+    for (char const c : text) {
+      if (c < '0' || c > '9') {
+        digitsOnly = false;
+        break;
+      }
+      value = static_cast<T>(value * 10 + static_cast<T>(c - '0'));
+    }
+    if (digitsOnly) return value;
+  }
   std::istringstream in(text);
   T value{};
   in >> value;
@@ -25,6 +42,13 @@ T textToInteger(std::string const& text) {
 // The decimal text of a number.
 template <class T>
 std::string integerToText(T value) {
+  // std::to_string writes what a default stream writes for every integer type but the
+  // characters, which a stream writes as characters.
+  if constexpr (std::is_integral_v<T> && !std::is_same_v<T, char> &&
+                !std::is_same_v<T, signed char> && !std::is_same_v<T, unsigned char> &&
+                !std::is_same_v<T, bool>) {
+    return std::to_string(value);
+  }
   std::ostringstream out;
   out << value;
   return out.str();
@@ -50,6 +74,10 @@ constexpr int kMaxJsonNesting = 100;
 // a text that nests arrays and objects more than kMaxJsonNesting deep ("nesting deeper than 100
 // levels", with the line where it goes deeper). Brackets inside strings do not count.
 void readJsonTree(std::istream& in, boost::property_tree::ptree& tree);
+
+// The rest of `in` as the text of one JSON document, with readJsonTree's check of its nesting
+// (the same json_parser_error) but without parsing it: for readers that parse it themselves.
+std::string readJsonText(std::istream& in);
 
 // JSON text to a property tree through readJsonTree; throws
 // boost::property_tree::json_parser_error on bad JSON.

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "rtd/RtdJsonDocument.h"
 #include "rtd/RtdTextField.h"
 
 namespace IPA {
@@ -19,9 +20,12 @@ RtdTextField<RtdConnection> const connectionFields[] = {
 
 }  // namespace
 
-std::shared_ptr<RtdConnectionCollection> RtdConnectionCollectionBuilder::build() {
-  connections.clear();
-  for (auto const& child : tree.get_child(path)) {
+template <class Tree>
+std::vector<RtdConnection> readRtdConnections(Tree const& tree, std::string const& listPath) {
+  std::vector<RtdConnection> connections;
+  auto const& list = tree.get_child(listPath);
+  connections.reserve(list.size());
+  for (auto const& child : list) {
     RtdConnection entry;
     for (auto const& member : child.second) {
       // An unknown member is no error: files carry more than this library reads.
@@ -29,7 +33,14 @@ std::shared_ptr<RtdConnectionCollection> RtdConnectionCollectionBuilder::build()
     }
     connections.push_back(std::move(entry));
   }
-  return std::make_shared<RtdConnectionCollection>(connections);
+  return connections;
+}
+
+template std::vector<RtdConnection> readRtdConnections(boost::property_tree::ptree const&, std::string const&);
+template std::vector<RtdConnection> readRtdConnections(RtdJsonDocument::Node const&, std::string const&);
+
+std::shared_ptr<RtdConnectionCollection> RtdConnectionCollectionBuilder::build() {
+  return std::make_shared<RtdConnectionCollection>(readRtdConnections(tree, path));
 }
 
 }  // namespace IPA

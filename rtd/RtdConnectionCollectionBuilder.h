@@ -30,8 +30,12 @@ class RtdConnectionCollectionBuilder {
  private:
   boost::property_tree::ptree const& tree;
   std::string const path;
-  std::vector<RtdConnection> connections;  // grows while build reads the list
 };
+
+// What build reads, from any tree that reads like a property tree (a ptree or an
+// RtdJsonDocument::Node), with the same rules and failures; `tree` need only live for the call.
+template <class Tree>
+std::vector<RtdConnection> readRtdConnections(Tree const& tree, std::string const& listPath);
 
 }  // namespace IPA
 

@@ -25,6 +25,11 @@ class RtdConnectivityBuilder {
   boost::property_tree::ptree const& tree;
 };
 
+// What build reads, from any tree that reads like a property tree (a ptree or an
+// RtdJsonDocument::Node), with the same rules and failures.
+template <class Tree>
+std::shared_ptr<RtdConnectivity> readRtdConnectivity(Tree const& tree);
+
 }  // namespace IPA
 
 #endif  // RTD_RTDCONNECTIVITYBUILDER_H_

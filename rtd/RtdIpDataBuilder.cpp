@@ -2,6 +2,7 @@
 
 #include <vector>
 
+#include "rtd/RtdJsonDocument.h"
 #include "rtd/RtdTextField.h"
 
 namespace IPA {
@@ -21,12 +22,13 @@ RtdTextField<RtdIpData> const ipDataFields[] = {
 
 // "m_clocks" is a list of groups, each an object from port name to {"refClockId": ...}. The
 // groups carry no meaning of their own, so their ports are kept as one flat list.
-std::vector<RtdIpData::ClockRef> readClocks(boost::property_tree::ptree const& groups) {
+template <class Tree>
+std::vector<RtdIpData::ClockRef> readClocks(Tree const& groups) {
   std::vector<RtdIpData::ClockRef> clocks;
   for (auto const& group : groups) {
     for (auto const& port : group.second) {
       std::string const refClockId =
-          port.second.get<std::string>(RtdIpData::ClockRef::refClockIdId, std::string());
+          port.second.template get<std::string>(RtdIpData::ClockRef::refClockIdId, std::string());
       clocks.push_back(RtdIpData::ClockRef{port.first, refClockId});
     }
   }
@@ -35,11 +37,15 @@ std::vector<RtdIpData::ClockRef> readClocks(boost::property_tree::ptree const& g
 
 }  // namespace
 
-void RtdIpDataBuilder::addMember(std::string const& key, boost::property_tree::ptree const& value) {
+template <class Tree>
+void RtdIpDataBuilder::addMember(std::string const& key, Tree const& value) {
   if (assignRtdTextField(ipData, ipDataFields, key, value.data())) return;
   // A repeated "m_clocks" replaces the earlier list rather than adding to it, as a repeated text
   // member replaces its value.
   if (key == RtdIpData::clocksId) ipData.clocks = readClocks(value);
 }
+
+template void RtdIpDataBuilder::addMember(std::string const&, boost::property_tree::ptree const&);
+template void RtdIpDataBuilder::addMember(std::string const&, RtdJsonDocument::Node const&);
 
 }  // namespace IPA

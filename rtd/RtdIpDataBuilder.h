@@ -19,7 +19,9 @@ class RtdIpDataBuilder {
   // member of each child of `value`, in the order of the file: the member's key is the port
   // name, its "refClockId" the clock, empty when missing. Any other key is skipped. Never
   // throws for the shape of `value`.
-  void addMember(std::string const& key, boost::property_tree::ptree const& value);
+  // `Tree` is boost::property_tree::ptree or RtdJsonDocument::Node.
+  template <class Tree>
+  void addMember(std::string const& key, Tree const& value);
 
   // A copy of the entry as gathered so far.
   RtdIpData build() const { return ipData; }

@@ -24,6 +24,11 @@ class RtdIpLayoutBuilder {
   boost::property_tree::ptree const& tree;
 };
 
+// What build reads, from any tree that reads like a property tree (a ptree or an
+// RtdJsonDocument::Node), with the same rules and failures.
+template <class Tree>
+std::shared_ptr<RtdIpLayout> readRtdIpLayout(Tree const& tree);
+
 }  // namespace IPA
 
 #endif  // RTD_RTDIPLAYOUTBUILDER_H_

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "rtd/RtdJsonDocument.h"
 #include "rtd/RtdTextField.h"
 
 namespace IPA {
@@ -20,9 +21,12 @@ RtdTextField<RtdMemData> const memDataFields[] = {
 
 }  // namespace
 
-std::shared_ptr<RtdMemDataCollection> RtdMemDataCollectionBuilder::build() {
-  memData.clear();
-  for (auto const& child : tree.get_child(path)) {
+template <class Tree>
+std::vector<RtdMemData> readRtdMemData(Tree const& tree, std::string const& listPath) {
+  std::vector<RtdMemData> memData;
+  auto const& list = tree.get_child(listPath);
+  memData.reserve(list.size());
+  for (auto const& child : list) {
     RtdMemData entry;
     for (auto const& member : child.second) {
       // An unknown member is no error: files carry more than this library reads.
@@ -30,7 +34,14 @@ std::shared_ptr<RtdMemDataCollection> RtdMemDataCollectionBuilder::build() {
     }
     memData.push_back(std::move(entry));
   }
-  return std::make_shared<RtdMemDataCollection>(memData);
+  return memData;
+}
+
+template std::vector<RtdMemData> readRtdMemData(boost::property_tree::ptree const&, std::string const&);
+template std::vector<RtdMemData> readRtdMemData(RtdJsonDocument::Node const&, std::string const&);
+
+std::shared_ptr<RtdMemDataCollection> RtdMemDataCollectionBuilder::build() {
+  return std::make_shared<RtdMemDataCollection>(readRtdMemData(tree, path));
 }
 
 }  // namespace IPA

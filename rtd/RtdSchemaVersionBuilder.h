@@ -23,6 +23,11 @@ class RtdSchemaVersionBuilder {
   boost::property_tree::ptree const& tree;
 };
 
+// What build reads, from any tree that reads like a property tree (a ptree or an
+// RtdJsonDocument::Node), in the same order and with the same failures.
+template <class Tree>
+std::shared_ptr<RtdSchemaVersion> readRtdSchemaVersion(Tree const& tree);
+
 }  // namespace IPA
 
 #endif  // RTD_RTDSCHEMAVERSIONBUILDER_H_

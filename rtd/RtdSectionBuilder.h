@@ -21,12 +21,25 @@ namespace IPA {
 // builds the list with a `CollectionBuilder` made from (tree, listPath), whose own failures pass
 // through, and wraps it in a new `Section`. The count only opens the gate: it is not compared
 // with the number of entries.
+//
+// readRtdSection is the same for any tree that reads like a property tree (RtdJsonDocument's
+// nodes): `readList(tree, listPath)` gives what the Section is made from.
+template <class Section, class Tree, class ReadList>
+std::shared_ptr<Section> readRtdSection(Tree const& tree, std::string const& gatePath,
+                                        std::string const& listPath, ReadList readList) {
+  std::string const count(tree.get_child(gatePath).data());
+  if (textToInteger<std::uint32_t>(count) == 0) return nullptr;
+  return std::make_shared<Section>(readList(tree, listPath));
+}
+
 template <class Section, class CollectionBuilder>
 std::shared_ptr<Section> buildRtdSection(boost::property_tree::ptree const& tree,
                                          std::string const& gatePath, std::string const& listPath) {
-  std::string const& count = tree.get_child(gatePath).data();
-  if (textToInteger<std::uint32_t>(count) == 0) return nullptr;
-  return std::make_shared<Section>(CollectionBuilder(tree, listPath).build());
+  return readRtdSection<Section>(
+      tree, gatePath, listPath,
+      [](boost::property_tree::ptree const& parsed, std::string const& path) {
+        return CollectionBuilder(parsed, path).build();
+      });
 }
 
 }  // namespace IPA

@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <string>
+#include <string_view>
 
 namespace IPA {
 
@@ -20,7 +21,7 @@ struct RtdTextField {
 // matches. Keys are compared exactly, case included.
 template <class Entry, std::size_t N>
 bool assignRtdTextField(Entry& entry, RtdTextField<Entry> const (&fields)[N],
-                        std::string const& key, std::string const& text) {
+                        std::string_view key, std::string_view text) {
   for (auto const& row : fields) {
     if (*row.key != key) continue;
     entry.*row.field = text;

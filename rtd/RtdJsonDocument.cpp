@@ -1,0 +1,230 @@
+#include "rtd/RtdJsonDocument.h"
+
+#include <boost/property_tree/json_parser.hpp>
+#include <boost/property_tree/ptree.hpp>
+#include <stdexcept>
+#include <unordered_map>
+#include <utility>
+
+namespace IPA {
+
+// The parser's callbacks. They follow boost's standard_callbacks step for step (the same stack
+// of layers, the same moments at which a child is added and a key is taken), so that the
+// document holds the tree that read_json would build; only the nodes go into one array.
+class RtdJsonDocumentBuilder {
+ public:
+  using char_type = char;
+
+  explicit RtdJsonDocumentBuilder(RtdJsonDocument& target) : document(target) {
+    document.keys.emplace_back();
+    keyIndex.emplace(std::string(), 0);
+  }
+
+  // A value always starts empty (newValue), so to assign it is to append to it.
+  void on_null() {
+    newValue();
+    append("null", 4);
+  }
+  void on_boolean(bool b) {
+    newValue();
+    if (b) {
+      append("true", 4);
+    } else {
+      append("false", 5);
+    }
+  }
+  template <typename Range>
+  void on_number(Range codeUnits) {
+    newValue();
+    append(codeUnits.begin(), codeUnits.end());
+  }
+  void on_begin_number() { newValue(); }
+  void on_digit(char d) { append(&d, 1); }
+  void on_end_number() {}
+  void on_begin_string() { newValue(); }
+  template <typename Range>
+  void on_code_units(Range codeUnits) {
+    append(codeUnits.begin(), codeUnits.end());
+  }
+  void on_code_unit(char c) { append(&c, 1); }
+  void on_end_string() {}
+  void on_begin_array() {
+    newTree();
+    stack.back().kind = Kind::kArray;
+  }
+  void on_end_array() {
+    if (stack.back().kind == Kind::kLeaf) stack.pop_back();
+    stack.pop_back();
+  }
+  void on_begin_object() {
+    newTree();
+    stack.back().kind = Kind::kObject;
+  }
+  void on_end_object() {
+    if (stack.back().kind == Kind::kLeaf) stack.pop_back();
+    stack.pop_back();
+  }
+
+ private:
+  enum class Kind { kArray, kObject, kKey, kLeaf };
+  struct Layer {
+    Kind kind;
+    std::uint32_t node;
+  };
+
+  // Adds to the value being read: a key, or the text of the node on top of the stack, which is
+  // always the last text of the document (values are read one at a time, and a node's text
+  // starts when it is made).
+  template <class Iterator>
+  void append(Iterator first, Iterator last) {
+    Layer const& layer = stack.back();
+    if (layer.kind == Kind::kKey) {
+      keyBuffer.append(first, last);
+      return;
+    }
+    std::size_t const before = document.texts.size();
+    document.texts.append(first, last);
+    document.record(layer.node).dataLength +=
+        static_cast<std::uint32_t>(document.texts.size() - before);
+  }
+  void append(char const* text, std::size_t length) { append(text, text + length); }
+
+  std::uint32_t addChild(std::uint32_t parent, std::uint32_t key) {
+    std::uint32_t const index = document.addRecord();
+    document.record(index).key = key;
+    document.record(index).dataOffset = static_cast<std::uint32_t>(document.texts.size());
+    RtdJsonDocument::Record& owner = document.record(parent);
+    if (owner.lastChild == RtdJsonDocument::kNone) {
+      owner.firstChild = index;
+    } else {
+      document.record(owner.lastChild).next = index;
+    }
+    owner.lastChild = index;
+    ++owner.children;
+    return index;
+  }
+
+  std::uint32_t internKey(std::string const& key) {
+    auto const found = keyIndex.find(key);
+    if (found != keyIndex.end()) return found->second;
+    auto const index = static_cast<std::uint32_t>(document.keys.size());
+    document.keys.push_back(key);
+    keyIndex.emplace(key, index);
+    return index;
+  }
+
+  std::uint32_t newTree() {
+    if (stack.empty()) {
+      stack.push_back({Kind::kLeaf, 0});
+      return 0;
+    }
+    Layer& layer = stack.back();
+    switch (layer.kind) {
+      case Kind::kArray: {
+        std::uint32_t const child = addChild(layer.node, 0);
+        stack.push_back({Kind::kLeaf, child});
+        return child;
+      }
+      case Kind::kKey: {
+        std::uint32_t const child = addChild(layer.node, internKey(keyBuffer));
+        layer.kind = Kind::kObject;
+        stack.push_back({Kind::kLeaf, child});
+        return child;
+      }
+      case Kind::kLeaf:
+        stack.pop_back();
+        return newTree();
+      case Kind::kObject:
+      default:
+        // The parser always reads a key (newValue) before an object's member.
+        throw std::logic_error("RtdJsonDocument: a member without a key");
+    }
+  }
+
+  // Starts a value: a new node, or the key of an object's next member.
+  void newValue() {
+    if (stack.empty()) {
+      newTree();
+      return;
+    }
+    Layer& layer = stack.back();
+    switch (layer.kind) {
+      case Kind::kLeaf:
+        stack.pop_back();
+        newValue();
+        return;
+      case Kind::kObject:
+        layer.kind = Kind::kKey;
+        keyBuffer.clear();
+        return;
+      default:
+        newTree();
+    }
+  }
+
+  RtdJsonDocument& document;
+  std::unordered_map<std::string, std::uint32_t> keyIndex;
+  std::string keyBuffer;
+  std::vector<Layer> stack;
+};
+
+RtdJsonDocument::RtdJsonDocument(std::string const& text) {
+  // Positions are 32 bits wide; a run-time data file is some megabytes.
+  if (text.size() >= kNone) {
+    throw std::length_error("A run-time data file of 4 GiB or more cannot be read.");
+  }
+  // Room for every text at once, so that it does not grow (and copy itself) while the file is
+  // read: the values' texts are never longer than the file. A bound; only what is written is
+  // ever touched.
+  texts.reserve(text.size());
+  addRecord();
+  RtdJsonDocumentBuilder callbacks(*this);
+  namespace detail = boost::property_tree::json_parser::detail;
+  detail::encoding<char> encoding;
+  detail::read_json_internal(text.begin(), text.end(), encoding, callbacks, std::string());
+}
+
+std::uint32_t RtdJsonDocument::addRecord() {
+  if ((recordCount & (kBlock - 1)) == 0) blocks.push_back(std::make_unique<Record[]>(kBlock));
+  return recordCount++;
+}
+
+RtdJsonDocument::Node RtdJsonDocument::root() const { return Node(this, 0); }
+
+std::uint32_t RtdJsonDocument::Node::find(std::string const& path) const {
+  std::uint32_t node = index_;
+  std::string::size_type start = 0;
+  while (true) {
+    std::string::size_type const dot = path.find('.', start);
+    std::string::size_type const length =
+        dot == std::string::npos ? path.size() - start : dot - start;
+    std::uint32_t child = document_->record(node).firstChild;
+    while (child != kNone) {
+      std::string const& key = document_->keys[document_->record(child).key];
+      if (key.size() == length && key.compare(0, length, path, start, length) == 0) break;
+      child = document_->record(child).next;
+    }
+    if (child == kNone) return kNone;
+    node = child;
+    if (dot == std::string::npos) return node;
+    start = dot + 1;
+  }
+}
+
+RtdJsonDocument::Node RtdJsonDocument::Node::get_child(std::string const& path) const {
+  std::uint32_t const found = find(path);
+  if (found == kNone) {
+    throw boost::property_tree::ptree_bad_path("No such node",
+                                               boost::property_tree::ptree::path_type(path));
+  }
+  return Node(document_, found);
+}
+
+template <>
+std::string RtdJsonDocument::Node::get<std::string>(std::string const& path,
+                                                    std::string const& fallback) const {
+  std::uint32_t const found = find(path);
+  return found == kNone ? fallback : std::string(Node(document_, found).data());
+}
+
+}  // namespace IPA

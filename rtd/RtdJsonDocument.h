@@ -1,0 +1,144 @@
+// A run-time data file parsed into a compact tree that reads like boost's property tree.
+#ifndef RTD_RTDJSONDOCUMENT_H_
+#define RTD_RTDJSONDOCUMENT_H_
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace IPA {
+
+// The JSON of a run-time data file, as boost::property_tree::read_json would read it, kept in
+// one array of nodes instead of a property tree.
+//
+// Why: a large design's file has some ten nodes per connection, and a property tree allocates
+// each node, its list of children and its key on its own; building and freeing a million of those
+// costs more than everything else the import does, and more than linearly with the size. The
+// document parses with the same parser (boost's), so it accepts and refuses exactly what
+// read_json does, with the same json_parser_error texts, and it holds the same tree: the same
+// keys in the same order (array elements with the empty key), numbers, true, false and null as
+// their text, an object's or an array's own text empty.
+//
+// Node offers the part of the property tree's interface that the rtd builders use, with the same
+// meanings (see RtdSectionBuilder.h and the builders): a path is split at '.', and each step
+// takes the first child with that key. The document must outlive its nodes.
+class RtdJsonDocument {
+ public:
+  class Node;
+
+  // Parses `text`. Throws boost::property_tree::json_parser_error on bad JSON, as read_json of
+  // a stream (no file name in the text).
+  explicit RtdJsonDocument(std::string const& text);
+
+  Node root() const;
+
+ private:
+  friend class Node;
+  friend class RtdJsonDocumentBuilder;
+  // Records are small and hold no memory of their own: the texts of all values are one text,
+  // `texts`. A large design's document is then a few large blocks, which matters as much as the
+  // count of allocations: memory freed in large blocks goes back to the system, and fetching it
+  // again page by page costs more than filling it.
+  struct Record {
+    std::uint32_t dataOffset = 0;  // into texts
+    std::uint32_t dataLength = 0;
+    std::uint32_t key = 0;  // into keys
+    std::uint32_t firstChild = kNone;
+    std::uint32_t lastChild = kNone;
+    std::uint32_t next = kNone;
+    std::uint32_t children = 0;
+  };
+  static constexpr std::uint32_t kNone = 0xffffffffu;
+
+  // Every key once (the names repeat on every entry of a list); 0 is the empty key.
+  std::vector<std::string> keys;
+  // The records in blocks of kBlock, each small enough for the heap: a block the size of a large
+  // design's document would be mapped for the one import and unmapped after it, and the next
+  // import would fetch every page of it from the system again.
+  static constexpr std::uint32_t kBlockBits = 12;
+  static constexpr std::uint32_t kBlock = 1u << kBlockBits;
+  Record& record(std::uint32_t index) { return blocks[index >> kBlockBits][index & (kBlock - 1)]; }
+  Record const& record(std::uint32_t index) const {
+    return blocks[index >> kBlockBits][index & (kBlock - 1)];
+  }
+  std::uint32_t addRecord();
+
+  std::vector<std::unique_ptr<Record[]>> blocks;
+  std::uint32_t recordCount = 0;
+  std::string texts;
+};
+
+class RtdJsonDocument::Node {
+ public:
+  // One child with its key, as the property tree's value_type shows it.
+  struct Member;
+  class const_iterator;
+
+  Node(RtdJsonDocument const* document, std::uint32_t index) : document_(document), index_(index) {}
+
+  // The node's own text: a string's, a number's, "true", "false" or "null"; empty for an object
+  // or an array.
+  std::string_view data() const {
+    Record const& record = document_->record(index_);
+    return std::string_view(document_->texts).substr(record.dataOffset, record.dataLength);
+  }
+  std::size_t size() const { return document_->record(index_).children; }
+  const_iterator begin() const;
+  const_iterator end() const;
+
+  // The node at `path`; throws boost::property_tree::ptree_bad_path("No such node", path) when a
+  // step finds no child, as the property tree does.
+  Node get_child(std::string const& path) const;
+
+  // The text at `path`, or `fallback` when there is no node there.
+  template <class T>
+  T get(std::string const& path, T const& fallback) const;
+
+ private:
+  // kNone when a step finds no child.
+  std::uint32_t find(std::string const& path) const;
+
+  RtdJsonDocument const* document_;
+  std::uint32_t index_;
+};
+
+struct RtdJsonDocument::Node::Member {
+  std::string const& first;
+  Node second;
+};
+
+class RtdJsonDocument::Node::const_iterator {
+ public:
+  const_iterator(RtdJsonDocument const* document, std::uint32_t index)
+      : document_(document), index_(index) {}
+  Member operator*() const {
+    return Member{document_->keys[document_->record(index_).key], Node(document_, index_)};
+  }
+  const_iterator& operator++() {
+    index_ = document_->record(index_).next;
+    return *this;
+  }
+  bool operator!=(const_iterator const& other) const { return index_ != other.index_; }
+  bool operator==(const_iterator const& other) const { return index_ == other.index_; }
+
+ private:
+  RtdJsonDocument const* document_;
+  std::uint32_t index_;
+};
+
+inline RtdJsonDocument::Node::const_iterator RtdJsonDocument::Node::begin() const {
+  return {document_, document_->record(index_).firstChild};
+}
+inline RtdJsonDocument::Node::const_iterator RtdJsonDocument::Node::end() const {
+  return {document_, kNone};
+}
+
+template <>
+std::string RtdJsonDocument::Node::get<std::string>(std::string const& path,
+                                                    std::string const& fallback) const;
+
+}  // namespace IPA
+
+#endif  // RTD_RTDJSONDOCUMENT_H_
