@@ -13,8 +13,9 @@
 //
 // BM_Diff times what qvdiag diff does with the two files' contents: read both into the schema
 // messages, compare them, and write the text. BM_Compare times the comparison and the text
-// alone. The time should grow linearly: compare the ratio of the two sizes' medians with the
-// ratio of the sizes (10).
+// alone, and BM_BareRead the reading of the two files alone, the floor. The time should grow
+// linearly: compare the ratio of the two sizes' medians with the ratio of the sizes (10);
+// scripts/bench --suite diff prints both, measured in turns.
 #include <benchmark/benchmark.h>
 
 #include <sstream>
@@ -117,6 +118,20 @@ void BM_Diff(benchmark::State& state) {
   state.counters["bytes_per_file"] = static_cast<double>(before.size());
 }
 BENCHMARK(BM_Diff)->Arg(5000)->Arg(50000)->Unit(benchmark::kMillisecond);
+
+// The floor: reading the two files' contents into the schema messages, and nothing else.
+void BM_BareRead(benchmark::State& state) {
+  int const units = static_cast<int>(state.range(0));
+  std::string const before = diagramText(units, false);
+  std::string const after = diagramText(units, true);
+  for (auto _ : state) {
+    qvviews::StoredDiagram const old = qvviews::StoredDiagram::fromText(before, "a.json");
+    qvviews::StoredDiagram const now = qvviews::StoredDiagram::fromText(after, "b.json");
+    benchmark::DoNotOptimize(&old);
+    benchmark::DoNotOptimize(&now);
+  }
+}
+BENCHMARK(BM_BareRead)->Arg(5000)->Arg(50000)->Unit(benchmark::kMillisecond);
 
 void BM_Compare(benchmark::State& state) {
   int const units = static_cast<int>(state.range(0));
