@@ -14,6 +14,11 @@ namespace qvcheck {
 
 namespace {
 
+// "1 entry", "3 entries".
+std::string entriesText(std::size_t count) {
+  return std::to_string(count) + (count == 1 ? " entry" : " entries");
+}
+
 // The keys of docs/formats.md, "The run-time data file"; the names are those of
 // rtd/RtdMemData.cpp, rtd/RtdIpData.cpp and rtd/RtdConnection.cpp.
 std::vector<std::string> const kMemDataKeys = {"m_type",         "m_used", "m_sizeKB",
@@ -128,7 +133,7 @@ class Checker {
         if (listLength == 0) return result;  // an empty section, said as it should be
         add(Severity::kWarning, countMember->line, countMember->column, name + ".m_count",
             "the count is " + countText + " but " + listKey + " has " +
-                std::to_string(listLength) + " entries",
+                entriesText(listLength),
             "the import drops the whole section", "QV-RTD-COUNT-ZERO");
         return result;
       }
@@ -136,8 +141,7 @@ class Checker {
           countMember->value.describe() +
               " does not read as a count (a decimal number from 1 to 4294967295)",
           listLength == 0 ? "the import takes the section as absent"
-                          : "the import drops the whole section, " +
-                                std::to_string(listLength) + " entries",
+                          : "the import drops the whole section, " + entriesText(listLength),
           "QV-RTD-COUNT-NOT-NUMBER");
       return result;
     }
@@ -150,8 +154,8 @@ class Checker {
     if (listLength != count) {
       add(Severity::kWarning, countMember->line, countMember->column, name + ".m_count",
           "the count says " + std::to_string(count) + " but " + listKey + " has " +
-              std::to_string(listLength) + " entries",
-          "the import reads the " + std::to_string(listLength) + " entries and ignores the count",
+              entriesText(listLength),
+          "the import reads the " + entriesText(listLength) + " and ignores the count",
           "QV-RTD-COUNT-MISMATCH");
     }
     result.read = true;
@@ -247,7 +251,7 @@ class Checker {
     *pastEnd = true;
     add(Severity::kWarning, line, column, joinPath(entryPath, key),
         text + " is past the end of " + target.listPath + " (" +
-            std::to_string(target.entries.size()) + (target.read ? " entries)" : " entries read)"),
+            entriesText(target.entries.size()) + (target.read ? ")" : " read)"),
         std::string("the import keeps the connection with a ") + targetWord +
             " end that names nothing",
         targetWord == std::string("memory") ? "QV-RTD-MEM-INDEX-RANGE" : "QV-RTD-IP-INDEX-RANGE");

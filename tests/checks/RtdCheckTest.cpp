@@ -106,7 +106,7 @@ TEST_F(RtdCheckTest, ACountOfZeroInFrontOfEntriesDropsTheSection) {
   EXPECT_EQ(lines(changed("\"mem_topology\": {\"m_count\": \"1\"",
                           "\"mem_topology\": {\"m_count\": \"0\"")),
             (Lines{"t.rtd.json:3:19: warning: mem_topology.m_count: the count is 0 but m_mem_data "
-                  "has 1 entries; the import drops the whole section [QV-RTD-COUNT-ZERO]",
+                  "has 1 entry; the import drops the whole section [QV-RTD-COUNT-ZERO]",
                   // The connection's memory is then past the end of an empty list.
                   "t.rtd.json:8:66: warning: connectivity.m_connection[0].mem_data_index: 0 is "
                   "past the end of mem_topology.m_mem_data (0 entries read); the import keeps the "
@@ -117,7 +117,7 @@ TEST_F(RtdCheckTest, ACountThatIsNoNumberDropsTheSection) {
   EXPECT_EQ(lines(changed("\"ip_layout\": {\"m_count\": \"1\"", "\"ip_layout\": {\"m_count\": \"x3\"")),
             (Lines{"t.rtd.json:5:16: warning: ip_layout.m_count: the string \"x3\" does not read "
                   "as a count (a decimal number from 1 to 4294967295); the import drops the whole "
-                  "section, 1 entries [QV-RTD-COUNT-NOT-NUMBER]",
+                  "section, 1 entry [QV-RTD-COUNT-NOT-NUMBER]",
                   "t.rtd.json:8:43: warning: connectivity.m_connection[0].m_ip_layout_index: 0 is "
                   "past the end of ip_layout.m_ip_data (0 entries read); the import keeps the "
                   "connection with a compute unit end that names nothing "
@@ -148,7 +148,7 @@ TEST_F(RtdCheckTest, ACountThatDiffersFromTheListIsAWarning) {
   EXPECT_EQ(lines(changed("\"mem_topology\": {\"m_count\": \"1\"",
                           "\"mem_topology\": {\"m_count\": \"3\"")),
             (Lines{"t.rtd.json:3:19: warning: mem_topology.m_count: the count says 3 but "
-                  "m_mem_data has 1 entries; the import reads the 1 entries and ignores the count "
+                  "m_mem_data has 1 entry; the import reads the 1 entry and ignores the count "
                   "[QV-RTD-COUNT-MISMATCH]"}));
 }
 
@@ -190,11 +190,11 @@ TEST_F(RtdCheckTest, AKernelWithoutAColonIsNoComputeUnit) {
 TEST_F(RtdCheckTest, ConnectionsPastTheEndOfTheirListsAreWarnings) {
   EXPECT_EQ(lines(changed("\"mem_data_index\": \"0\"", "\"mem_data_index\": \"4\"")),
             (Lines{"t.rtd.json:8:66: warning: connectivity.m_connection[0].mem_data_index: 4 is "
-                  "past the end of mem_topology.m_mem_data (1 entries); the import keeps the "
+                  "past the end of mem_topology.m_mem_data (1 entry); the import keeps the "
                   "connection with a memory end that names nothing [QV-RTD-MEM-INDEX-RANGE]"}));
   EXPECT_EQ(lines(changed("\"m_ip_layout_index\": \"0\"", "\"m_ip_layout_index\": \"1\"")),
             (Lines{"t.rtd.json:8:43: warning: connectivity.m_connection[0].m_ip_layout_index: 1 is "
-                  "past the end of ip_layout.m_ip_data (1 entries); the import keeps the "
+                  "past the end of ip_layout.m_ip_data (1 entry); the import keeps the "
                   "connection with a compute unit end that names nothing "
                   "[QV-RTD-IP-INDEX-RANGE]"}));
   EXPECT_EQ(lines(changed("\"mem_data_index\": \"0\"", "\"mem_data_index\": \"first\"")),
