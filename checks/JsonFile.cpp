@@ -7,8 +7,24 @@
 #include <fstream>
 #include <iterator>
 #include <sstream>
+#include <utility>
 
 namespace qvcheck {
+
+bool JsonFile::readOrReport(std::string const& path, std::string& text, Severity severity,
+                            std::string const& effect, std::string const& code,
+                            CheckReport& report) {
+  std::string why;
+  if (readText(path, text, why)) return true;
+  Finding finding;
+  finding.severity = severity;
+  finding.file = path;
+  finding.text = "cannot be read: " + why;
+  finding.effect = effect;
+  finding.code = code;
+  report.add(std::move(finding));
+  return false;
+}
 
 bool JsonFile::readText(std::string const& path, std::string& text, std::string& why) {
   struct stat status {};

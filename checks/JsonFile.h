@@ -17,6 +17,12 @@ class JsonFile {
   // file, no permission), with the reason in `why`.
   static bool readText(std::string const& path, std::string& text, std::string& why);
 
+  // readText, and for a file that cannot be read a finding "cannot be read: <why>" of
+  // `severity` with `effect` and `code` in `report`.
+  static bool readOrReport(std::string const& path, std::string& text, Severity severity,
+                           std::string const& effect, std::string const& code,
+                           CheckReport& report);
+
   // Parses `text`, the content of `path`. For text that is not JSON, adds an error (or a
   // warning with `notJsonSeverity`) with the code QV-<format>-NOT-JSON, or QV-<format>-TOO-DEEP
   // for nesting the library refuses, and returns nothing; `effect` says what the import does

@@ -333,10 +333,9 @@ void KernelFilesCheck::checkDesignXml(std::string const& path, CheckReport& repo
 
 void KernelFilesCheck::checkKernelJson(std::string const& path, CheckReport& report) {
   report.addFile(path);
-  std::string text, why;
-  if (!JsonFile::readText(path, text, why)) {
-    report.add(makeFinding(Severity::kWarning, path, 0, "", "cannot be read: " + why,
-                           "the kernel gets no clock", "QV-KERNELJSON-NOT-JSON"));
+  std::string text;
+  if (!JsonFile::readOrReport(path, text, Severity::kWarning, "the kernel gets no clock",
+                              "QV-KERNELJSON-NOT-JSON", report)) {
     return;
   }
   // The import reads kernel.json with the property tree's own reader, and takes a file that is

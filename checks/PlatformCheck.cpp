@@ -359,15 +359,9 @@ void PlatformCheck::checkPlatform(std::string const& platform,
     return;
   }
   report.addFile(path);
-  std::string text, why;
-  if (!JsonFile::readText(path, text, why)) {
-    Finding finding;
-    finding.severity = Severity::kError;
-    finding.file = path;
-    finding.text = "cannot be read: " + why;
-    finding.effect = "the import fails";
-    finding.code = "QV-PLATFORM-NOT-FOUND";
-    report.add(std::move(finding));
+  std::string text;
+  if (!JsonFile::readOrReport(path, text, Severity::kError, "the import fails",
+                              "QV-PLATFORM-NOT-FOUND", report)) {
     return;
   }
   checkText(path, text, report);

@@ -304,15 +304,9 @@ class Checker {
 
 void RtdCheck::checkFile(std::string const& path, CheckReport& report, Use use) {
   report.addFile(path);
-  std::string text, why;
-  if (!JsonFile::readText(path, text, why)) {
-    Finding finding;
-    finding.severity = Severity::kError;
-    finding.file = path;
-    finding.text = "cannot be read: " + why;
-    finding.effect = "the import fails";
-    finding.code = "QV-RTD-UNREADABLE";
-    report.add(std::move(finding));
+  std::string text;
+  if (!JsonFile::readOrReport(path, text, Severity::kError, "the import fails", "QV-RTD-UNREADABLE",
+                              report)) {
     return;
   }
   checkText(path, text, report, use);

@@ -95,15 +95,9 @@ class Checker {
 
 void StoredDiagramCheck::checkFile(std::string const& path, CheckReport& report) {
   report.addFile(path);
-  std::string text, why;
-  if (!JsonFile::readText(path, text, why)) {
-    Finding finding;
-    finding.severity = Severity::kError;
-    finding.file = path;
-    finding.text = "cannot be read: " + why;
-    finding.effect = "the reader refuses the file";
-    finding.code = "QV-DIAGRAM-UNREADABLE";
-    report.add(std::move(finding));
+  std::string text;
+  if (!JsonFile::readOrReport(path, text, Severity::kError, "the reader refuses the file",
+                              "QV-DIAGRAM-UNREADABLE", report)) {
     return;
   }
   checkText(path, text, report);

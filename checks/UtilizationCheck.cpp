@@ -144,15 +144,9 @@ class Checker {
 
 void UtilizationCheck::checkFile(std::string const& path, CheckReport& report) {
   report.addFile(path);
-  std::string text, why;
-  if (!JsonFile::readText(path, text, why)) {
-    Finding finding;
-    finding.severity = Severity::kError;
-    finding.file = path;
-    finding.text = "cannot be read: " + why;
-    finding.effect = "the request fails";
-    finding.code = "QV-UTIL-UNREADABLE";
-    report.add(std::move(finding));
+  std::string text;
+  if (!JsonFile::readOrReport(path, text, Severity::kError, "the request fails",
+                              "QV-UTIL-UNREADABLE", report)) {
     return;
   }
   checkText(path, text, report);
