@@ -7,11 +7,14 @@
 #include <iostream>
 #include <string>
 
+#include "host/qd/qdrepo/QDNameIndex.h"
 #include "host/qd/qdrepo/QDNamespaces.h"
 #include "service/Log.h"
 
 namespace qd {
 namespace {
+
+bool nameIndexForNewDocuments = true;
 
 // libxml2 would print an expression it cannot evaluate to standard error. Inside a server that
 // is noise for the user of some other tool; the query already answers with its sentinel, so the
@@ -33,12 +36,14 @@ std::string textOf(xmlNodePtr node) {
   return reinterpret_cast<char const*>(node->children->content);
 }
 
+// Notes that libxml2 found an error, and keeps its words to itself: a rewritten expression that
+// fails is evaluated again as it was written, which then reports the error in its own words.
+void noteXPathError(void* failed, xmlErrorPtr) { *static_cast<bool*>(failed) = true; }
+
 // Frees an XPath result object when the scope ends, also a null one.
 class ResultObject {
  public:
-  ResultObject(std::string const& expression, xmlXPathContextPtr context)
-      : object_(xmlXPathEvalExpression(reinterpret_cast<xmlChar const*>(expression.c_str()),
-                                       context)) {}
+  explicit ResultObject(xmlXPathObjectPtr object) : object_(object) {}
   ~ResultObject() { xmlXPathFreeObject(object_); }
   ResultObject(ResultObject const&) = delete;
   ResultObject& operator=(ResultObject const&) = delete;
@@ -53,9 +58,9 @@ class ResultObject {
 // The shape shared by the three number queries; `nullNumber` and `typeNumber` are their Log
 // numbers for a failed evaluation and for a result that is no number.
 double numberQuery(std::string const& expression, std::string const& caller,
-                   xmlXPathContextPtr context, int nullNumber, int typeNumber, bool* ok) {
+                   xmlXPathObjectPtr evaluated, int nullNumber, int typeNumber, bool* ok) {
   *ok = false;
-  ResultObject result(expression, context);
+  ResultObject result(evaluated);
   if (result.get() == nullptr) {
     Log(logERROR, nullNumber) << caller << " " << expression << " is NULL";
     return -1;
@@ -103,8 +108,10 @@ boost::shared_ptr<QDXPathDoc> QDXPathDoc::buildDoc(std::string const& fileName, 
   return document;
 }
 
+void QDXPathDoc::setNameIndexForNewDocuments(bool enabled) { nameIndexForNewDocuments = enabled; }
+
 QDXPathDoc::QDXPathDoc(std::string const& name, bool isInteractive)
-    : fileName(name), interactive(isInteractive) {
+    : fileName(name), interactive(isInteractive), useNameIndex_(nameIndexForNewDocuments) {
   xmlInitParser();
 }
 
@@ -112,7 +119,8 @@ QDXPathDoc::QDXPathDoc(QDXPathDoc const& other)
     : fileName(other.fileName),
       doc(other.doc),
       xpathContext(other.xpathContext),
-      interactive(other.interactive) {}
+      interactive(other.interactive),
+      useNameIndex_(other.useNameIndex_) {}
 
 QDXPathDoc::~QDXPathDoc() {
   xmlCleanupParser();
@@ -125,6 +133,7 @@ bool QDXPathDoc::parseFile() {
     Log(logERROR, 1000) << "Cannot open " << fileName;
     return false;
   }
+  nameIndex_.reset();
   // No parser options: no recovery, blanks kept, libxml2's defaults throughout.
   doc = xmlReadFile(fileName.c_str(), nullptr, 0);
   if (doc == nullptr) return false;
@@ -139,29 +148,76 @@ bool QDXPathDoc::parseFile() {
 }
 
 bool QDXPathDoc::registerNamespace(xmlChar const* prefix, xmlChar const* uri) {
+  nameIndex_.reset();
   return xmlXPathRegisterNs(xpathContext, prefix, uri) == 0;
+}
+
+xmlXPathObjectPtr QDXPathDoc::evaluate(std::string const& expression) {
+  auto const* const written = reinterpret_cast<xmlChar const*>(expression.c_str());
+  if (!useNameIndex_ || doc == nullptr || xpathContext == nullptr) {
+    return xmlXPathEvalExpression(written, xpathContext);
+  }
+  if (!nameIndex_) {
+    // The index reads names in the namespace the expressions' prefix stands for right now.
+    xmlChar const* const uri = xmlXPathNsLookup(xpathContext, BAD_CAST "qd");
+    if (uri == nullptr) return xmlXPathEvalExpression(written, xpathContext);
+    nameIndex_ = std::make_unique<QDNameIndex>(doc, reinterpret_cast<char const*>(uri));
+  }
+  std::string rewritten;
+  std::vector<xmlNodePtr> const* elements = nullptr;
+  if (!nameIndex_->rewrite(expression, &rewritten, &elements)) {
+    return xmlXPathEvalExpression(written, xpathContext);
+  }
+  xmlXPathObjectPtr const named = xmlXPathNewNodeSet(nullptr);
+  if (named == nullptr) return xmlXPathEvalExpression(written, xpathContext);
+  for (xmlNodePtr element : *elements) {
+    if (named->nodesetval == nullptr || xmlXPathNodeSetAddUnique(named->nodesetval, element) != 0) {
+      xmlXPathFreeObject(named);
+      return xmlXPathEvalExpression(written, xpathContext);
+    }
+  }
+  // The context owns the value from here, and frees it when the binding is removed.
+  auto const* const variable = reinterpret_cast<xmlChar const*>(QDNameIndex::kVariable);
+  if (xmlXPathRegisterVariable(xpathContext, variable, named) != 0) {
+    xmlXPathFreeObject(named);
+    return xmlXPathEvalExpression(written, xpathContext);
+  }
+  xmlStructuredErrorFunc const report = xpathContext->error;
+  void* const reportData = xpathContext->userData;
+  bool failed = false;
+  xpathContext->error = noteXPathError;
+  xpathContext->userData = &failed;
+  xmlXPathObjectPtr result =
+      xmlXPathEvalExpression(reinterpret_cast<xmlChar const*>(rewritten.c_str()), xpathContext);
+  xpathContext->error = report;
+  xpathContext->userData = reportData;
+  xmlXPathRegisterVariable(xpathContext, variable, nullptr);
+  if (result != nullptr && !failed) return result;
+  // Whatever went wrong goes wrong the same way as written, and is reported as it always was.
+  xmlXPathFreeObject(result);
+  return xmlXPathEvalExpression(written, xpathContext);
 }
 
 int QDXPathDoc::intQuery(std::string const& expression, std::string const& caller) {
   bool ok = false;
-  double const value = numberQuery(expression, caller, xpathContext, 1002, 1003, &ok);
+  double const value = numberQuery(expression, caller, evaluate(expression), 1002, 1003, &ok);
   return ok ? static_cast<int>(value) : -1;
 }
 
 long long QDXPathDoc::longLongQuery(std::string const& expression, std::string const& caller) {
   bool ok = false;
-  double const value = numberQuery(expression, caller, xpathContext, 1004, 1005, &ok);
+  double const value = numberQuery(expression, caller, evaluate(expression), 1004, 1005, &ok);
   return ok ? static_cast<long long>(value) : -1;
 }
 
 double QDXPathDoc::floatQuery(std::string const& expression, std::string const& caller) {
   bool ok = false;
-  double const value = numberQuery(expression, caller, xpathContext, 1006, 1007, &ok);
+  double const value = numberQuery(expression, caller, evaluate(expression), 1006, 1007, &ok);
   return ok ? value : -1.0;
 }
 
 bool QDXPathDoc::booleanQuery(std::string const& expression, std::string const& caller) {
-  ResultObject result(expression, xpathContext);
+  ResultObject result(evaluate(expression));
   if (result.get() == nullptr || result->type != XPATH_BOOLEAN) {
     Log(logERROR, 1008) << caller << " " << expression << " does not evaluate to XPATH_BOOLEAN";
     return false;
@@ -170,7 +226,7 @@ bool QDXPathDoc::booleanQuery(std::string const& expression, std::string const& 
 }
 
 std::string QDXPathDoc::stringQuery(std::string const& expression, std::string const&) {
-  ResultObject result(expression, xpathContext);
+  ResultObject result(evaluate(expression));
   if (result.get() == nullptr) return "";
   if (result->type == XPATH_STRING) {
     return result->stringval != nullptr ? reinterpret_cast<char const*>(result->stringval) : "";
@@ -191,7 +247,7 @@ std::string QDXPathDoc::stringQuery(std::string const& expression, std::string c
 std::vector<std::string> QDXPathDoc::stringListQuery(std::string const& expression,
                                                      std::string const&) {
   std::vector<std::string> values;
-  ResultObject result(expression, xpathContext);
+  ResultObject result(evaluate(expression));
   if (result.get() == nullptr) return values;
   if (result->type == XPATH_STRING) {
     values.emplace_back(
