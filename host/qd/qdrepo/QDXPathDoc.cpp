@@ -9,12 +9,16 @@
 
 #include "host/qd/qdrepo/QDNameIndex.h"
 #include "host/qd/qdrepo/QDNamespaces.h"
+#include "host/qd/qdrepo/QDRecentAnswers.h"
 #include "service/Log.h"
 
 namespace qd {
 namespace {
 
-bool nameIndexForNewDocuments = true;
+bool shortcutsForNewDocuments = true;
+
+// Enough for every expression the repository repeats while it reads one hardware function.
+constexpr std::size_t kRecentAnswers = 4096;
 
 // libxml2 would print an expression it cannot evaluate to standard error. Inside a server that
 // is noise for the user of some other tool; the query already answers with its sentinel, so the
@@ -39,6 +43,29 @@ std::string textOf(xmlNodePtr node) {
 // Notes that libxml2 found an error, and keeps its words to itself: a rewritten expression that
 // fails is evaluated again as it was written, which then reports the error in its own words.
 void noteXPathError(void* failed, xmlErrorPtr) { *static_cast<bool*>(failed) = true; }
+
+// Passes libxml2's errors on to the handler the context had, noting that there was one.
+struct ErrorWatch {
+  xmlStructuredErrorFunc report;
+  void* reportData;
+  bool failed;
+};
+
+void watchXPathError(void* watch, xmlErrorPtr error) {
+  auto* const watching = static_cast<ErrorWatch*>(watch);
+  watching->failed = true;
+  if (watching->report != nullptr) watching->report(watching->reportData, error);
+}
+
+// A result that may be kept: namespace nodes in a node set are copies that libxml2 makes for
+// each result, so a kept one would not be the node a fresh evaluation gives.
+bool keepable(xmlXPathObjectPtr result) {
+  if (result->type != XPATH_NODESET || result->nodesetval == nullptr) return true;
+  for (int i = 0; i < result->nodesetval->nodeNr; ++i) {
+    if (result->nodesetval->nodeTab[i]->type == XML_NAMESPACE_DECL) return false;
+  }
+  return true;
+}
 
 // Frees an XPath result object when the scope ends, also a null one.
 class ResultObject {
@@ -108,10 +135,10 @@ boost::shared_ptr<QDXPathDoc> QDXPathDoc::buildDoc(std::string const& fileName, 
   return document;
 }
 
-void QDXPathDoc::setNameIndexForNewDocuments(bool enabled) { nameIndexForNewDocuments = enabled; }
+void QDXPathDoc::setShortcutsForNewDocuments(bool enabled) { shortcutsForNewDocuments = enabled; }
 
 QDXPathDoc::QDXPathDoc(std::string const& name, bool isInteractive)
-    : fileName(name), interactive(isInteractive), useNameIndex_(nameIndexForNewDocuments) {
+    : fileName(name), interactive(isInteractive), useShortcuts_(shortcutsForNewDocuments) {
   xmlInitParser();
 }
 
@@ -120,7 +147,7 @@ QDXPathDoc::QDXPathDoc(QDXPathDoc const& other)
       doc(other.doc),
       xpathContext(other.xpathContext),
       interactive(other.interactive),
-      useNameIndex_(other.useNameIndex_) {}
+      useShortcuts_(other.useShortcuts_) {}
 
 QDXPathDoc::~QDXPathDoc() {
   xmlCleanupParser();
@@ -134,6 +161,7 @@ bool QDXPathDoc::parseFile() {
     return false;
   }
   nameIndex_.reset();
+  recentAnswers_.reset();
   // No parser options: no recovery, blanks kept, libxml2's defaults throughout.
   doc = xmlReadFile(fileName.c_str(), nullptr, 0);
   if (doc == nullptr) return false;
@@ -149,53 +177,75 @@ bool QDXPathDoc::parseFile() {
 
 bool QDXPathDoc::registerNamespace(xmlChar const* prefix, xmlChar const* uri) {
   nameIndex_.reset();
+  recentAnswers_.reset();
   return xmlXPathRegisterNs(xpathContext, prefix, uri) == 0;
 }
 
 xmlXPathObjectPtr QDXPathDoc::evaluate(std::string const& expression) {
-  auto const* const written = reinterpret_cast<xmlChar const*>(expression.c_str());
-  if (!useNameIndex_ || doc == nullptr || xpathContext == nullptr) {
-    return xmlXPathEvalExpression(written, xpathContext);
+  if (!useShortcuts_ || doc == nullptr || xpathContext == nullptr) {
+    return xmlXPathEvalExpression(reinterpret_cast<xmlChar const*>(expression.c_str()),
+                                  xpathContext);
   }
+  if (!recentAnswers_) recentAnswers_ = std::make_unique<QDRecentAnswers>(kRecentAnswers);
+  if (xmlXPathObjectPtr const kept = recentAnswers_->find(expression)) return kept;
+  bool failed = false;
+  xmlXPathObjectPtr const result = evaluateNamed(expression, &failed);
+  // Only a result that came without a word from libxml2 is kept, so that answering it again
+  // says nothing, as evaluating it again would.
+  if (result != nullptr && !failed && keepable(result)) recentAnswers_->keep(expression, result);
+  return result;
+}
+
+xmlXPathObjectPtr QDXPathDoc::evaluateNamed(std::string const& expression, bool* failed) {
+  // As written, over the whole document, with libxml2's errors reported as always.
+  auto const whole = [this, &expression, failed] {
+    ErrorWatch watch{xpathContext->error, xpathContext->userData, false};
+    xpathContext->error = watchXPathError;
+    xpathContext->userData = &watch;
+    xmlXPathObjectPtr const result =
+        xmlXPathEvalExpression(reinterpret_cast<xmlChar const*>(expression.c_str()), xpathContext);
+    xpathContext->error = watch.report;
+    xpathContext->userData = watch.reportData;
+    *failed = watch.failed;
+    return result;
+  };
   if (!nameIndex_) {
     // The index reads names in the namespace the expressions' prefix stands for right now.
     xmlChar const* const uri = xmlXPathNsLookup(xpathContext, BAD_CAST "qd");
-    if (uri == nullptr) return xmlXPathEvalExpression(written, xpathContext);
+    if (uri == nullptr) return whole();
     nameIndex_ = std::make_unique<QDNameIndex>(doc, reinterpret_cast<char const*>(uri));
   }
   std::string rewritten;
   std::vector<xmlNodePtr> const* elements = nullptr;
-  if (!nameIndex_->rewrite(expression, &rewritten, &elements)) {
-    return xmlXPathEvalExpression(written, xpathContext);
-  }
+  if (!nameIndex_->rewrite(expression, &rewritten, &elements)) return whole();
   xmlXPathObjectPtr const named = xmlXPathNewNodeSet(nullptr);
-  if (named == nullptr) return xmlXPathEvalExpression(written, xpathContext);
+  if (named == nullptr) return whole();
   for (xmlNodePtr element : *elements) {
     if (named->nodesetval == nullptr || xmlXPathNodeSetAddUnique(named->nodesetval, element) != 0) {
       xmlXPathFreeObject(named);
-      return xmlXPathEvalExpression(written, xpathContext);
+      return whole();
     }
   }
   // The context owns the value from here, and frees it when the binding is removed.
   auto const* const variable = reinterpret_cast<xmlChar const*>(QDNameIndex::kVariable);
   if (xmlXPathRegisterVariable(xpathContext, variable, named) != 0) {
     xmlXPathFreeObject(named);
-    return xmlXPathEvalExpression(written, xpathContext);
+    return whole();
   }
   xmlStructuredErrorFunc const report = xpathContext->error;
   void* const reportData = xpathContext->userData;
-  bool failed = false;
+  bool rewrittenFailed = false;
   xpathContext->error = noteXPathError;
-  xpathContext->userData = &failed;
+  xpathContext->userData = &rewrittenFailed;
   xmlXPathObjectPtr result =
       xmlXPathEvalExpression(reinterpret_cast<xmlChar const*>(rewritten.c_str()), xpathContext);
   xpathContext->error = report;
   xpathContext->userData = reportData;
   xmlXPathRegisterVariable(xpathContext, variable, nullptr);
-  if (result != nullptr && !failed) return result;
+  if (result != nullptr && !rewrittenFailed) return result;
   // Whatever went wrong goes wrong the same way as written, and is reported as it always was.
   xmlXPathFreeObject(result);
-  return xmlXPathEvalExpression(written, xpathContext);
+  return whole();
 }
 
 int QDXPathDoc::intQuery(std::string const& expression, std::string const& caller) {
