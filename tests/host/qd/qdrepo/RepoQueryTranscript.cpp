@@ -224,9 +224,9 @@ std::vector<Question> RepoQueryTranscript::questions(std::string const& path, un
   // Names no file should hold: the empty one, an unknown one, and two whose quote ends the
   // literal they are spliced into, one of them turning its test into a truth.
   std::vector<std::string> const outside{"", "no_such_name", "it's", "x' or '1'='1"};
-  // Indices past any end, but not INT_MAX: the index readers compute i + 1, which overflows
-  // there (undefined behaviour that the fuzz build's sanitizer stops on).
-  std::vector<std::string> const integers{"-1", "0", "1", "2", "3", "7", "100000"};
+  // Indices past any end, INT_MAX among them: the index readers write the position i + 1 into
+  // the expression, which must not overflow there.
+  std::vector<std::string> const integers{"-1", "0", "1", "2", "3", "7", "100000", "2147483647"};
   std::mt19937 random(seed);
   auto pick = [&random](std::vector<std::string> const& from) {
     return from[random() % from.size()];
