@@ -8,6 +8,7 @@
 #include <boost/shared_ptr.hpp>
 #include <memory>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "service/Export.h"
@@ -104,12 +105,20 @@ class QV_EXPORT QDXPathDoc {
   // The same through the name index where it applies; `failed` tells whether libxml2 reported
   // an error for the evaluation whose result this is.
   xmlXPathObjectPtr evaluateNamed(std::string const& expression, bool* failed);
+  // The rewritten text of evaluateNamed with its literals read from variables, compiled once
+  // per shape; null, with nothing reported, when it cannot be evaluated that way or libxml2
+  // finds any error in it.
+  xmlXPathObjectPtr evaluateShape(std::string const& rewritten,
+                                  std::vector<xmlNodePtr> const& elements);
+
+  struct CompiledShapes;
 
   // Made on the first query that can use them; dropped when the document or its namespaces
   // change (parseFile, registerNamespace). Not shared with a copy.
   bool useShortcuts_;
   std::unique_ptr<QDNameIndex> nameIndex_;
   std::unique_ptr<QDRecentAnswers> recentAnswers_;
+  std::unique_ptr<CompiledShapes> shapes_;
 };
 
 }  // namespace qd
