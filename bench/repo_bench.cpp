@@ -7,20 +7,30 @@
 // components and 2,000 functions.
 //
 // BM_CreateRepo opens a database with QDSRepo::createRepo (both reads of the file, the cache,
-// the check of every function and the dump it logs), at a tenth, a fifth and two fifths of the
-// full size: every query scans the document, and the check and the dump ask some 75 queries per
-// argument, so the cost grows with the square of the size and the full database takes tens of
-// minutes. BM_BareParse parses the full database with xmlReadFile alone.
-// BM_QueryMix asks 100,000 queries of six kinds through the repository; BM_BareQueryMix
-// evaluates exactly the XPath expressions those queries evaluate (guards included) with
-// xmlXPathEvalExpression on a parsed document, and reads the values the same way: the floor
-// the two dependencies allow. The ratio of the two mixes is the repository's own cost.
+// the check of every function and the dump it logs), at a tenth, a fifth, two fifths and the
+// whole of the full size. Its "index" argument is 1 for the repository as it is and 0 for the
+// same queries each evaluated over the whole document (QDXPathDoc's name index, recent answers
+// and compiled shapes switched off),
+// where the check and the dump, some 75 queries per argument, grow with the square of the size:
+// only the smaller sizes are run that way. The counter "peak_rss_mib" is the process's peak
+// resident size after the run (getrusage); run one size alone to read it for that size.
+// BM_ConstructRepo is the constructor alone on the full database (both reads and the cache), the
+// part of createRepo before its check and dump. BM_BareParse parses the full database with
+// xmlReadFile alone.
+// BM_QueryMix asks 100,000 queries of six kinds through the repository (again with the index
+// on and off); BM_BareQueryMix evaluates exactly the XPath expressions those queries evaluate
+// (guards included) with xmlXPathEvalExpression on a parsed document, and reads the values the
+// same way: what the two dependencies cost without the index.
+// docs/repository.md, "What it costs", has the figures: the full createRepo took 5.1 s CPU with
+// the index and recent answers, 3.6 to 3.9 s with the compiled shapes added, against 0.084 s
+// for BM_BareParse.
 // BM_SpTagSlrs and BM_MemObjectSegmentsForSpTag ask a ranged SP tag of 32 and of 512 indices on
 // a platform whose memory has 512 segments; their counter "per_index" is the cost of one index.
 #include <benchmark/benchmark.h>
 #include <libxml/parser.h>
 #include <libxml/xpath.h>
 #include <libxml/xpathInternals.h>
+#include <sys/resource.h>
 #include <unistd.h>
 
 #include <cstdio>
@@ -34,6 +44,7 @@
 
 #include "host/qd/qdrepo/QDNamespaces.h"
 #include "host/qd/qdrepo/QDSRepo.h"
+#include "host/qd/qdrepo/QDXPathDoc.h"
 
 namespace {
 
@@ -150,22 +161,52 @@ std::vector<Query> const& mix() {
   return kMix;
 }
 
+// The process's peak resident size so far, in MiB (Linux reports ru_maxrss in KiB).
+double peakResidentMiB() {
+  rusage usage{};
+  getrusage(RUSAGE_SELF, &usage);
+  return static_cast<double>(usage.ru_maxrss) / 1024.0;
+}
+
+// Repositories made while this lives read named elements through the index or not.
+class NameIndexSetting {
+ public:
+  explicit NameIndexSetting(bool enabled) { qd::QDXPathDoc::setShortcutsForNewDocuments(enabled); }
+  ~NameIndexSetting() { qd::QDXPathDoc::setShortcutsForNewDocuments(true); }
+  NameIndexSetting(NameIndexSetting const&) = delete;
+  NameIndexSetting& operator=(NameIndexSetting const&) = delete;
+};
+
 void BM_CreateRepo(benchmark::State& state) {
   std::string const path = scaledDatabase(static_cast<int>(state.range(0))).path();
+  NameIndexSetting const setting(state.range(1) != 0);
   for (auto _ : state) {
     boost::shared_ptr<qd::QDSRepo> repo = qd::QDSRepo::createRepo(path, 0);
     if (!repo) state.SkipWithError("the database did not open");
     benchmark::DoNotOptimize(repo);
   }
   state.counters["functions"] = kFunctions * state.range(0) / 10;
+  state.counters["peak_rss_mib"] = peakResidentMiB();
 }
 BENCHMARK(BM_CreateRepo)
-    ->ArgName("tenths")
-    ->Arg(1)
-    ->Arg(2)
-    ->Arg(4)
+    ->ArgNames({"tenths", "index"})
+    ->Args({1, 1})
+    ->Args({2, 1})
+    ->Args({4, 1})
+    ->Args({10, 1})
+    ->Args({1, 0})
+    ->Args({2, 0})
     ->Unit(benchmark::kMillisecond)
     ->Iterations(1);
+
+// What createRepo costs before its check and dump: both reads of the file and the cache.
+void BM_ConstructRepo(benchmark::State& state) {
+  for (auto _ : state) {
+    qd::QDSRepo repo(database().path(), 0);
+    benchmark::DoNotOptimize(repo);
+  }
+}
+BENCHMARK(BM_ConstructRepo)->Unit(benchmark::kMillisecond)->Iterations(1);
 
 void BM_BareParse(benchmark::State& state) {
   for (auto _ : state) {
@@ -177,6 +218,7 @@ void BM_BareParse(benchmark::State& state) {
 BENCHMARK(BM_BareParse)->Unit(benchmark::kMillisecond);
 
 void BM_QueryMix(benchmark::State& state) {
+  NameIndexSetting const setting(state.range(0) != 0);
   qd::QDSRepo repo(database().path(), 0);
   long long sink = 0;
   for (auto _ : state) {
@@ -209,7 +251,12 @@ void BM_QueryMix(benchmark::State& state) {
   benchmark::DoNotOptimize(sink);
   state.SetItemsProcessed(state.iterations() * kQueries);
 }
-BENCHMARK(BM_QueryMix)->Unit(benchmark::kMillisecond)->Iterations(1);
+BENCHMARK(BM_QueryMix)
+    ->ArgName("index")
+    ->Arg(1)
+    ->Arg(0)
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(1);
 
 // The floor: the expressions of the mix's queries, evaluated with libxml2 and read alike.
 class BareDocument {

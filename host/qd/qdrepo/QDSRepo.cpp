@@ -92,7 +92,7 @@ int QDSRepo::getNumQdComponents() {
 
 std::string QDSRepo::getIthQdComponent(int i) {
   std::ostringstream expression;
-  expression << "/qd:repository/qd:component[" << i + 1 << "]/@qd:name";
+  expression << "/qd:repository/qd:component[" << static_cast<long long>(i) + 1 << "]/@qd:name";
   return stringQuery(expression.str(), "getIthQdComponent");
 }
 

@@ -55,7 +55,7 @@ int QDSRepo::getNumAvailableClocks(std::string const& platform) {
 
 int QDSRepo::getIthAvailableClockId(int i, std::string const& platform) {
   if (i < 0 || i >= getNumAvailableClocks(platform)) return -1;
-  return intQuery("number(" + availableClocks(platform) + "[" + std::to_string(i + 1) + "]/@qd:id)",
+  return intQuery("number(" + availableClocks(platform) + "[" + std::to_string(static_cast<long long>(i) + 1) + "]/@qd:id)",
                   "getIthAvailableClockId");
 }
 
@@ -103,7 +103,7 @@ int QDSRepo::getNumPlatformClocks(std::string const& platform) {
 std::string QDSRepo::getIthPlatformClock(int i, std::string const& platform) {
   if (!isQdPlatformComp(platform)) return "";
   std::string const answer =
-      stringQuery(platformMasterClocks(platform) + "[" + std::to_string(i + 1) + "]/@qd:name",
+      stringQuery(platformMasterClocks(platform) + "[" + std::to_string(static_cast<long long>(i) + 1) + "]/@qd:name",
                   "getIthPlatformClock");
   if (platformComponent) {
     std::string cached;
@@ -276,7 +276,7 @@ std::string QDSRepo::getIthClockDomain(int i, std::string const& platform) {
     invalidPlatform(1010, platform);
     return "";
   }
-  return stringQuery(domainOpeners(platform) + "[" + std::to_string(i + 1) + "]/@qd:clkDomain",
+  return stringQuery(domainOpeners(platform) + "[" + std::to_string(static_cast<long long>(i) + 1) + "]/@qd:clkDomain",
                      "getIthClockDomain");
 }
 
@@ -323,7 +323,7 @@ int QDSRepo::getIthClockIdForClockDomain(int i, std::string const& platform,
     return -1;
   }
   return intQuery(
-      "number(" + clocksOfDomain(platform, domain) + "[" + std::to_string(i + 1) + "]/@qd:id)",
+      "number(" + clocksOfDomain(platform, domain) + "[" + std::to_string(static_cast<long long>(i) + 1) + "]/@qd:id)",
       "getIthClockIdForClockDomain");
 }
 
@@ -333,7 +333,7 @@ std::string QDSRepo::getIthClockForClockDomain(int i, std::string const& platfor
     invalidDomainIndex(1014, i, platform, domain);
     return "";
   }
-  return stringQuery(clocksOfDomain(platform, domain) + "[" + std::to_string(i + 1) + "]/@qd:name",
+  return stringQuery(clocksOfDomain(platform, domain) + "[" + std::to_string(static_cast<long long>(i) + 1) + "]/@qd:name",
                      "getIthClockForClockDomain");
 }
 
@@ -373,7 +373,7 @@ std::string QDSRepo::getQdPlatformResetBusInterfaceForClk(std::string const& pla
   std::string answer;
   if (booleanQuery("boolean(" + resets + ")", "getQdPlatformResetBusInterfaceForClk") &&
       i < getQdPlatformResetBusInterfaceForClkCount(platform, busInterfaceRef, clock)) {
-    answer = stringQuery(resets + "[" + std::to_string(i + 1) + "]/@qd:name",
+    answer = stringQuery(resets + "[" + std::to_string(static_cast<long long>(i) + 1) + "]/@qd:name",
                          "getQdPlatformResetBusInterfaceForClk");
   }
   if (!answer.empty()) return answer;
@@ -433,7 +433,7 @@ bool QDSRepo::hasQdPlatformInterruptSupport(std::string const& platform) {
 std::string QDSRepo::getQdPlatformCompIthInterruptSlavePort(std::string const& platform, int i) {
   std::string const inputs = interruptInputs(platform, "@qd:isrId");
   if (!booleanQuery("boolean(" + inputs + ")", "getQdPlatformCompIthInterruptSlavePort")) return "";
-  return stringQuery(inputs + "[" + std::to_string(i + 1) + "]/@qd:name",
+  return stringQuery(inputs + "[" + std::to_string(static_cast<long long>(i) + 1) + "]/@qd:name",
                      "getQdPlatformCompIthInterruptSlavePort");
 }
 
@@ -442,7 +442,7 @@ std::string QDSRepo::getQdPlatformCompIthLegacyInterruptSlavePort(std::string co
   // It has always logged under the caller word of the current form.
   std::string const inputs = interruptInputs(platform, "@qd:irq");
   if (!booleanQuery("boolean(" + inputs + ")", "getQdPlatformCompIthInterruptSlavePort")) return "";
-  return stringQuery(inputs + "[" + std::to_string(i + 1) + "]/@qd:name",
+  return stringQuery(inputs + "[" + std::to_string(static_cast<long long>(i) + 1) + "]/@qd:name",
                      "getQdPlatformCompIthInterruptSlavePort");
 }
 

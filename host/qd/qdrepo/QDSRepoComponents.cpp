@@ -107,7 +107,7 @@ std::string checkedInterfaceAttribute(QDSRepo& repo, std::string const& name,
 // descendants count there, in document order.
 std::string ithInterfaceAttribute(QDSRepo& repo, std::string const& name, int i,
                                   std::string const& attribute) {
-  std::string const position = "[" + std::to_string(i + 1) + "]/@" + attribute;
+  std::string const position = "[" + std::to_string(static_cast<long long>(i) + 1) + "]/@" + attribute;
   if (repo.isQdCompWithAdapter(name))
     return "(" + component(name) + "//qd:busInterface)" + position;
   return component(name) + "/qd:busInterface" + position;
@@ -772,7 +772,7 @@ int QDSRepo::getNumAieConfigs(std::string const& name) {
 std::string QDSRepo::getIthAieConfigPeer(std::string const& name, int i) {
   std::string const configs = component(name) + "/qd:busInterface[@qd:busTypeRef='aie_config']";
   if (!booleanQuery("boolean(" + configs + ")", "getIthAieConfigPeer")) return "";
-  return stringQuery(configs + "[" + std::to_string(i + 1) + "]/@qd:connectedInstanceRef",
+  return stringQuery(configs + "[" + std::to_string(static_cast<long long>(i) + 1) + "]/@qd:connectedInstanceRef",
                      "getIthAieConfigPeer");
 }
 
@@ -839,13 +839,13 @@ int QDSRepo::getQdCompPortIntAttr(std::string const& name, std::string const& po
 int QDSRepo::getQdCompPortIntAttrByIndex(std::string const& name, int i,
                                          std::string const& attribute) {
   return intQuery(
-      "number(" + component(name) + "/qd:port[" + std::to_string(i + 1) + "]/@" + attribute + ")",
+      "number(" + component(name) + "/qd:port[" + std::to_string(static_cast<long long>(i) + 1) + "]/@" + attribute + ")",
       "getQdCompPortIntAttrByIndex");
 }
 
 std::string QDSRepo::getQdCompPortStringAttrByIndex(std::string const& name, int i,
                                                     std::string const& attribute) {
-  return stringQuery(component(name) + "/qd:port[" + std::to_string(i + 1) + "]/@" + attribute,
+  return stringQuery(component(name) + "/qd:port[" + std::to_string(static_cast<long long>(i) + 1) + "]/@" + attribute,
                      "getQdCompPortStringAttrByIndex");
 }
 
@@ -911,7 +911,7 @@ std::string ithOfKind(QDSRepo& repo, std::string const& name, std::string const&
   std::string const kind = component(name) + "/qd:busInterface[@qd:busTypeRef='" + type +
                            "' and @qd:mode='" + mode + "']";
   if (!repo.booleanQuery("boolean(" + kind + ")", caller)) return "";
-  return repo.stringQuery(kind + "[" + std::to_string(i + 1) + "]/@qd:name", caller);
+  return repo.stringQuery(kind + "[" + std::to_string(static_cast<long long>(i) + 1) + "]/@qd:name", caller);
 }
 
 }  // namespace
@@ -989,7 +989,7 @@ std::string QDSRepo::getIthCompClkSlavePortForInst(std::string const& name,
   return stringQuery(component(name) +
                          "/qd:busInterface[@qd:busTypeRef='clock' and @qd:mode='slave' and "
                          "@qd:instanceRef='" +
-                         instance + "'][" + std::to_string(i + 1) + "]/@qd:name",
+                         instance + "'][" + std::to_string(static_cast<long long>(i) + 1) + "]/@qd:name",
                      "getIthCompClkSlavePortForInst");
 }
 

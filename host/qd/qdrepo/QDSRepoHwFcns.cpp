@@ -29,7 +29,7 @@ int QDSRepo::getNumQdHwFcns() {
 
 std::string QDSRepo::getIthQdHwFcn(int i) {
   std::ostringstream expression;
-  expression << "/qd:repository/qd:fcnMap[" << i + 1 << "]/@qd:fcnName";
+  expression << "/qd:repository/qd:fcnMap[" << static_cast<long long>(i) + 1 << "]/@qd:fcnName";
   return stringQuery(expression.str(), "getIthQdHwFcn");
 }
 
@@ -52,11 +52,11 @@ std::string function(std::string const& name) {
 }
 
 std::string ithRaw(std::string const& name, int i, std::string const& attribute) {
-  return function(name) + "/qd:arg[" + std::to_string(i + 1) + "]/@" + attribute;
+  return function(name) + "/qd:arg[" + std::to_string(static_cast<long long>(i) + 1) + "]/@" + attribute;
 }
 
 std::string ithLogical(std::string const& name, int i, std::string const& attribute) {
-  return function(name) + "/qd:arg" + kLogicalArgs + "[" + std::to_string(i + 1) + "]/@" +
+  return function(name) + "/qd:arg" + kLogicalArgs + "[" + std::to_string(static_cast<long long>(i) + 1) + "]/@" +
          attribute;
 }
 
@@ -317,7 +317,7 @@ std::string packedByName(std::string const& name, std::string const& argument) {
 
 std::string packedLogical(std::string const& name, int i) {
   return "/qd:repository/qd:fcnMap[@qd:fcnName ='" + name + "'][1]/qd:arg" + kLogicalArgs + "[" +
-         std::to_string(i + 1) + "]";
+         std::to_string(static_cast<long long>(i) + 1) + "]";
 }
 
 // The low bit of a "high:low" bit mapping.
@@ -419,14 +419,14 @@ int QDSRepo::getNumQdHwFcnsForQdComp(std::string const& component) {
 std::string QDSRepo::getIthQdHwFcn(int i, std::string const& component) {
   if (i < 0 || i >= getNumQdHwFcns(component)) return "";
   return stringQuery("/qd:repository/qd:fcnMap[@qd:componentRef='" + component + "'][" +
-                         std::to_string(i + 1) + "]/@qd:fcnName",
+                         std::to_string(static_cast<long long>(i) + 1) + "]/@qd:fcnName",
                      "getIthQdHwFcn");
 }
 
 std::string QDSRepo::getIthQdHwFcnForQdComp(std::string const& component, int i) {
   if (i < 0 || i >= getNumQdHwFcnsForQdComp(component)) return "";
   return stringQuery("/qd:repository/qd:fcnMap[@qd:componentRef='" + component + "'][" +
-                         std::to_string(i + 1) + "]/@qd:fcnName",
+                         std::to_string(static_cast<long long>(i) + 1) + "]/@qd:fcnName",
                      "getIthQdHwFcnForQdComp");
 }
 
@@ -452,7 +452,7 @@ std::string QDSRepo::getIthQdHwFcnArgForBusInterfaceRef(std::string const& name,
                                                         std::string const& port, int i) {
   if (!isQdHwFcn(name)) return "";
   return stringQuery(function(name) + "/qd:arg[@qd:busInterfaceRef='" + port + "'][" +
-                         std::to_string(i + 1) + "]/@qd:name",
+                         std::to_string(static_cast<long long>(i) + 1) + "]/@qd:name",
                      "getIthQdHwFcnArgForBusInterfaceRef");
 }
 

@@ -26,7 +26,7 @@ std::string memObject(std::string const& platform, std::string const& object) {
 
 std::string ithMemObject(int i, std::string const& platform) {
   return platformOf(platform) + "/qd:busInterface[@qd:memport and @qd:mode='slave'][" +
-         std::to_string(i + 1) + "]";
+         std::to_string(static_cast<long long>(i) + 1) + "]";
 }
 
 std::string memObjectSegment(std::string const& platform, std::string const& object,
@@ -248,7 +248,7 @@ std::string QDSRepo::getIthSptagForMemObject(int i, std::string const& platform,
                                              std::string const& memport) {
   if (!isQdPlatformComp(platform)) return "";
   return stringQuery(platformOf(platform) + "/qd:busInterface[@qd:memport='" + memport + "'][" +
-                         std::to_string(i + 1) + "]/@qd:sptag",
+                         std::to_string(static_cast<long long>(i) + 1) + "]/@qd:sptag",
                      "getIthSptagForMemObject");
 }
 

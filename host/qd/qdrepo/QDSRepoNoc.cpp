@@ -23,7 +23,7 @@ std::string nocConnection(std::string const& platform, std::string const& instan
 std::string nocSegment(std::string const& platform, std::string const& instance,
                        std::string const& connection, int i) {
   return nocConnection(platform, instance, connection) + "/qd:addressSegment[" +
-         std::to_string(i + 1) + "]";
+         std::to_string(static_cast<long long>(i) + 1) + "]";
 }
 
 bool endsWith(std::string const& text, std::string const& end) {

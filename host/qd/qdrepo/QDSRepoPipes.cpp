@@ -31,7 +31,7 @@ int QDSRepo::getNumPipeConnectionsForKernel(std::string const& kernel) {
 
 boost::shared_ptr<oclPipe> QDSRepo::getIthPipeForKernel(int i, std::string const& kernel) {
   warnIfNoKernel(*this, kernel, 10121);
-  std::string const pipe = kernelMap(kernel) + "/pipe[" + std::to_string(i + 1) + "]/@";
+  std::string const pipe = kernelMap(kernel) + "/pipe[" + std::to_string(static_cast<long long>(i) + 1) + "]/@";
   auto const read = [&](char const* attribute) {
     return stringQuery(pipe + attribute, "getIthPipeForKernel ");
   };
@@ -46,7 +46,7 @@ boost::shared_ptr<oclPipe> QDSRepo::getIthPipeForKernel(int i, std::string const
 boost::shared_ptr<oclPipeConnection> QDSRepo::getIthPipeConnectionForKernel(
     int i, std::string const& kernel) {
   warnIfNoKernel(*this, kernel, 10121);
-  std::string const connection = kernelMap(kernel) + "/connection[" + std::to_string(i + 1) + "]/@";
+  std::string const connection = kernelMap(kernel) + "/connection[" + std::to_string(static_cast<long long>(i) + 1) + "]/@";
   auto const read = [&](char const* attribute) {
     return stringQuery(connection + attribute, "getIthPipeConnectionForKernel ");
   };

@@ -6,12 +6,17 @@
 #include <libxml/xpath.h>
 
 #include <boost/shared_ptr.hpp>
+#include <memory>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "service/Export.h"
 
 namespace qd {
+
+class QDNameIndex;
+class QDRecentAnswers;
 
 // Whether `path` names a file that can be opened for reading; false for an empty path.
 QV_EXPORT bool file_exists(std::string const& path);
@@ -26,6 +31,13 @@ QV_EXPORT std::string getFileName(std::string const& path);
 // number queries, false, "" or an empty list; some also write a numbered Log line
 // ("ERROR: [Morvane 83-1002] <caller> <expression> is NULL"). A missing attribute asked for with
 // number(...) is -1 without a message, which callers rely on.
+//
+// An expression that selects a component or hardware function by its name reads only the
+// elements of that name (QDNameIndex), and the results of the last few thousand expressions are
+// kept (QDRecentAnswers); the answers and the lines are those of evaluating each expression over
+// the whole document (docs/repository.md, "What it costs"). Both rely on the document and the
+// XPath context staying as parseFile and registerNamespace left them: code that changes them
+// through the public handles below must not query through this object afterwards.
 //
 // Not thread-safe: the XPath context is mutable state, so one document serves one thread at a
 // time. Made by buildDoc and passed around by boost::shared_ptr; a copy would share the
@@ -45,6 +57,12 @@ class QV_EXPORT QDXPathDoc {
   // xmlCleanupParser, then frees the document, then the context: the order of the original
   // program, kept as it is.
   ~QDXPathDoc();
+
+  // Whether documents made from now on in this process use the name index and keep recent
+  // answers (true unless changed), or evaluate every expression over the whole document. For
+  // the tests and benchmarks that compare the two ways; a document keeps the setting it was
+  // made with.
+  static void setShortcutsForNewDocuments(bool enabled);
 
   // Reads the file and makes the XPath context. False, with the handles left null, when the
   // file cannot be opened (Log ERROR 1000), is not well-formed, or the context cannot be made.
@@ -80,6 +98,27 @@ class QV_EXPORT QDXPathDoc {
   xmlDocPtr doc = nullptr;
   xmlXPathContextPtr xpathContext = nullptr;
   bool interactive = false;
+
+ private:
+  // The result of `expression`, owned by the caller; null when it does not evaluate.
+  xmlXPathObjectPtr evaluate(std::string const& expression);
+  // The same through the name index where it applies; `failed` tells whether libxml2 reported
+  // an error for the evaluation whose result this is.
+  xmlXPathObjectPtr evaluateNamed(std::string const& expression, bool* failed);
+  // The rewritten text of evaluateNamed with its literals read from variables, compiled once
+  // per shape; null, with nothing reported, when it cannot be evaluated that way or libxml2
+  // finds any error in it.
+  xmlXPathObjectPtr evaluateShape(std::string const& rewritten,
+                                  std::vector<xmlNodePtr> const& elements);
+
+  struct CompiledShapes;
+
+  // Made on the first query that can use them; dropped when the document or its namespaces
+  // change (parseFile, registerNamespace). Not shared with a copy.
+  bool useShortcuts_;
+  std::unique_ptr<QDNameIndex> nameIndex_;
+  std::unique_ptr<QDRecentAnswers> recentAnswers_;
+  std::unique_ptr<CompiledShapes> shapes_;
 };
 
 }  // namespace qd
