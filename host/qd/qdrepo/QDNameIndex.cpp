@@ -96,7 +96,8 @@ bool QDNameIndex::rewrite(std::string const& expression, std::string* rewritten,
     auto const found = named.find(value);
     *elements = found == named.end() ? &none_ : &found->second;
     // The predicate and the rest keep their text, so XPath reads them exactly as before.
-    *rewritten = std::string(opening) + "$" + kVariable + expression.substr(predicate);
+    rewritten->assign(opening).append("$").append(kVariable).append(expression, predicate,
+                                                                   std::string::npos);
     return true;
   }
   return false;
@@ -104,9 +105,17 @@ bool QDNameIndex::rewrite(std::string const& expression, std::string* rewritten,
 
 QDNameIndex::Elements const& QDNameIndex::elementsBy(std::string const& element,
                                                      std::string const& key) {
+  // Runs of queries ask about the same kind of element.
+  if (last_ != nullptr && element == lastElement_ && key == lastKey_) return *last_;
+  lastElement_ = element;
+  lastKey_ = key;
   auto const made = byKey_.find({element, key});
-  if (made != byKey_.end()) return made->second;
+  if (made != byKey_.end()) {
+    last_ = &made->second;
+    return made->second;
+  }
   Elements& elements = byKey_[{element, key}];
+  last_ = &elements;
   auto const* uri = reinterpret_cast<xmlChar const*>(qdUri_.c_str());
   auto const* elementName = reinterpret_cast<xmlChar const*>(element.c_str());
   auto const* keyName = reinterpret_cast<xmlChar const*>(key.c_str());

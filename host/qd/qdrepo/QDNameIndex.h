@@ -54,6 +54,10 @@ class QDNameIndex {
   std::string qdUri_;
   std::map<std::pair<std::string, std::string>, Elements> byKey_;
   std::vector<xmlNodePtr> const none_;
+  // The list elementsBy gave last, and what it was asked (std::map keeps its address).
+  Elements const* last_ = nullptr;
+  std::string lastElement_;
+  std::string lastKey_;
 };
 
 }  // namespace qd

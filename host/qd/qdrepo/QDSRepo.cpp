@@ -91,9 +91,9 @@ int QDSRepo::getNumQdComponents() {
 }
 
 std::string QDSRepo::getIthQdComponent(int i) {
-  std::ostringstream expression;
-  expression << "/qd:repository/qd:component[" << static_cast<long long>(i) + 1 << "]/@qd:name";
-  return stringQuery(expression.str(), "getIthQdComponent");
+  return stringQuery("/qd:repository/qd:component[" +
+                         std::to_string(static_cast<long long>(i) + 1) + "]/@qd:name",
+                     "getIthQdComponent");
 }
 
 bool QDSRepo::checkDatabase() {

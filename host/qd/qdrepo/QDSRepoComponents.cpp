@@ -13,10 +13,9 @@ namespace qd {
 
 bool isQdCompType(std::string const& component, std::string const& type,
                   boost::shared_ptr<QDXPathDoc> const& doc) {
-  std::ostringstream expression;
-  expression << "boolean(/qd:repository/qd:component[@qd:name='" << component << "' and @qd:type='"
-             << type << "'])";
-  return doc->booleanQuery(expression.str(), "isQdCompType");
+  return doc->booleanQuery("boolean(/qd:repository/qd:component[@qd:name='" + component +
+                               "' and @qd:type='" + type + "'])",
+                           "isQdCompType");
 }
 
 bool QDSRepo::isQdComp(std::string const& component) {
@@ -24,9 +23,8 @@ bool QDSRepo::isQdComp(std::string const& component) {
     Log(logINTERNAL, 1014) << " NULL component type reference ";
     return false;
   }
-  std::ostringstream expression;
-  expression << "boolean(/qd:repository/qd:component[@qd:name='" << component << "'])";
-  return booleanQuery(expression.str(), "isQdComp");
+  return booleanQuery("boolean(/qd:repository/qd:component[@qd:name='" + component + "'])",
+                      "isQdComp");
 }
 
 bool QDSRepo::isQdAcceleratorComp(std::string const& component) {
@@ -58,9 +56,8 @@ bool QDSRepo::isQdPlatformComp(std::string const& component) {
 }
 
 std::string QDSRepo::getQdCompType(std::string const& component) {
-  std::ostringstream expression;
-  expression << "/qd:repository/qd:component[@qd:name='" << component << "']/@qd:type";
-  return stringQuery(expression.str(), "getQdCompType");
+  return stringQuery("/qd:repository/qd:component[@qd:name='" + component + "']/@qd:type",
+                     "getQdCompType");
 }
 
 }  // namespace qd

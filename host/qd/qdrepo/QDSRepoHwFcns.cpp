@@ -1,5 +1,7 @@
 // Hardware function queries.
-#include <sstream>
+#include <initializer_list>
+#include <string>
+#include <string_view>
 
 #include "host/qd/qdrepo/QDEnumerations.h"
 #include "host/qd/qdrepo/QDSRepo.h"
@@ -12,15 +14,13 @@ std::string getQdHwFcnStrAttr(QDSRepo& repo, std::string const& function,
     Log(logINTERNAL, 1003) << "Function '" << function << "' is not a hardware function";
     return "";
   }
-  std::ostringstream expression;
-  expression << "/qd:repository/qd:fcnMap[@qd:fcnName='" << function << "'][1]/@" << attribute;
-  return repo.stringQuery(expression.str(), caller);
+  return repo.stringQuery(
+      "/qd:repository/qd:fcnMap[@qd:fcnName='" + function + "'][1]/@" + attribute, caller);
 }
 
 bool QDSRepo::isQdHwFcn(std::string const& function) {
-  std::ostringstream expression;
-  expression << "boolean(/qd:repository/qd:fcnMap[@qd:fcnName='" << function << "'])";
-  return booleanQuery(expression.str(), "isQdHwFcn");
+  return booleanQuery("boolean(/qd:repository/qd:fcnMap[@qd:fcnName='" + function + "'])",
+                      "isQdHwFcn");
 }
 
 int QDSRepo::getNumQdHwFcns() {
@@ -28,9 +28,9 @@ int QDSRepo::getNumQdHwFcns() {
 }
 
 std::string QDSRepo::getIthQdHwFcn(int i) {
-  std::ostringstream expression;
-  expression << "/qd:repository/qd:fcnMap[" << static_cast<long long>(i) + 1 << "]/@qd:fcnName";
-  return stringQuery(expression.str(), "getIthQdHwFcn");
+  return stringQuery(
+      "/qd:repository/qd:fcnMap[" + std::to_string(static_cast<long long>(i) + 1) + "]/@qd:fcnName",
+      "getIthQdHwFcn");
 }
 
 std::string QDSRepo::getQdHwFcnQdComponentRef(std::string const& function) {
@@ -47,22 +47,42 @@ constexpr char const* kLogicalArgs =
     "[not(@qd:dataPack='true') or (@qd:dataPack='true' and "
     "not(@qd:swRootName=preceding-sibling::qd:arg/@qd:swRootName))]";
 
-std::string function(std::string const& name) {
-  return "/qd:repository/qd:fcnMap[@qd:fcnName='" + name + "'][1]";
+// Joins the pieces of an expression into one text, sized once: the repository builds hundreds of
+// thousands of these while it checks and dumps a large database.
+std::string join(std::initializer_list<std::string_view> pieces) {
+  std::size_t size = 0;
+  for (std::string_view piece : pieces) size += piece.size();
+  std::string text;
+  text.reserve(size);
+  for (std::string_view piece : pieces) text.append(piece);
+  return text;
 }
 
+constexpr std::string_view kFunctionOpen = "/qd:repository/qd:fcnMap[@qd:fcnName='";
+constexpr std::string_view kFunctionClose = "'][1]";
+
+std::string function(std::string const& name) { return join({kFunctionOpen, name, kFunctionClose}); }
+
 std::string ithRaw(std::string const& name, int i, std::string const& attribute) {
-  return function(name) + "/qd:arg[" + std::to_string(static_cast<long long>(i) + 1) + "]/@" + attribute;
+  return join({kFunctionOpen, name, kFunctionClose, "/qd:arg[",
+               std::to_string(static_cast<long long>(i) + 1), "]/@", attribute});
 }
 
 std::string ithLogical(std::string const& name, int i, std::string const& attribute) {
-  return function(name) + "/qd:arg" + kLogicalArgs + "[" + std::to_string(static_cast<long long>(i) + 1) + "]/@" +
-         attribute;
+  return join({kFunctionOpen, name, kFunctionClose, "/qd:arg", kLogicalArgs, "[",
+               std::to_string(static_cast<long long>(i) + 1), "]/@", attribute});
 }
 
 std::string byName(std::string const& name, std::string const& key, std::string const& argument,
                    std::string const& attribute) {
-  return function(name) + "/qd:arg[@" + key + "='" + argument + "'][1]/@" + attribute;
+  return join({kFunctionOpen, name, kFunctionClose, "/qd:arg[@", key, "='", argument, "'][1]/@",
+               attribute});
+}
+
+std::string byName(std::string_view opening, std::string const& name, std::string_view key,
+                   std::string const& argument, std::string_view attribute) {
+  return join({opening, kFunctionOpen, name, kFunctionClose, "/qd:arg[@", key, "='", argument,
+               "'][1]/@", attribute, ")"});
 }
 
 bool rawIndexValid(QDSRepo& repo, std::string const& name, int i) {
@@ -87,7 +107,7 @@ std::string getIthQdHwFcnArgStrAttr(QDSRepo& repo, std::string const& name, int 
 int getIthQdHwFcnArgIntAttr(QDSRepo& repo, std::string const& name, int i,
                             std::string const& attribute, std::string const& caller) {
   if (!rawIndexValid(repo, name, i)) return -1;
-  return repo.intQuery("number(" + ithRaw(name, i, attribute) + ")", caller);
+  return repo.intQuery(join({"number(", ithRaw(name, i, attribute), ")"}), caller);
 }
 
 std::string getIthQdHwFcnArgStrAttr2(QDSRepo& repo, std::string const& name, int i,
@@ -102,7 +122,7 @@ std::string getIthQdHwFcnArgStrAttr2(QDSRepo& repo, std::string const& name, int
 int getIthQdHwFcnArgIntAttr2(QDSRepo& repo, std::string const& name, int i,
                              std::string const& attribute, std::string const& caller) {
   if (!logicalIndexValid(repo, name, i)) return -1;
-  return repo.intQuery("number(" + ithLogical(name, i, attribute) + ")", caller);
+  return repo.intQuery(join({"number(", ithLogical(name, i, attribute), ")"}), caller);
 }
 
 std::string getQdHwFcnArgStrAttr(QDSRepo& repo, std::string const& name,
@@ -129,10 +149,10 @@ int getQdHwFcnArgIntAttr(QDSRepo& repo, std::string const& name, std::string con
   if (!repo.isQdHwFcn(name) || !repo.isQdHwFcnArg(name, argument)) return -1;
   for (char const* key : {"qd:name", "qd:hwName"}) {
     int const answer =
-        repo.intQuery("number(" + byName(name, key, argument, attribute) + ")", caller);
+        repo.intQuery(byName("number(", name, key, argument, attribute), caller);
     if (answer != -1) return answer;
   }
-  return repo.intQuery("number(" + byName(name, "qd:swRootName", argument, attribute) + ")",
+  return repo.intQuery(byName("number(", name, "qd:swRootName", argument, attribute),
                        caller);
 }
 
@@ -182,18 +202,20 @@ std::string QDSRepo::getQdHwFcnReturnOffset(std::string const& name) {
 
 int QDSRepo::getNumQdHwFcnArgs1(std::string const& name) {
   if (!isQdHwFcn(name)) return -1;
-  return intQuery("count(" + function(name) + "/qd:arg)", "getNumQdHwFcnArgs1");
+  return intQuery(join({"count(", kFunctionOpen, name, kFunctionClose, "/qd:arg)"}), "getNumQdHwFcnArgs1");
 }
 
 int QDSRepo::getNumQdHwFcnArgs(std::string const& name) {
   if (!isQdHwFcn(name)) return -1;
-  return intQuery("count(" + function(name) + "/qd:arg" + kLogicalArgs + ")", "getNumQdHwFcnArgs");
+  return intQuery(join({"count(", kFunctionOpen, name, kFunctionClose, "/qd:arg", kLogicalArgs, ")"}),
+                  "getNumQdHwFcnArgs");
 }
 
 bool QDSRepo::isQdHwFcnArg(std::string const& name, std::string const& argument) {
   if (!isQdHwFcn(name)) return false;
   for (char const* key : {"qd:name", "qd:hwName", "qd:swRootName"}) {
-    if (booleanQuery("boolean(" + function(name) + "/qd:arg[@" + key + "='" + argument + "'])",
+    if (booleanQuery(join({"boolean(", kFunctionOpen, name, kFunctionClose, "/qd:arg[@", key, "='",
+                            argument, "'])"}),
                      "isQdHwFcnArg")) {
       return true;
     }
@@ -261,11 +283,11 @@ int QDSRepo::getIthQdHwFcnArgDataWidth(std::string const& name, int i) {
 bool QDSRepo::qdHwFcnArgIsPacked(std::string const& name, std::string const& argument) {
   if (!isQdHwFcnArg(name, argument)) return false;
   // Presence counts, not the value.
-  if (booleanQuery("boolean(" + byName(name, "qd:name", argument, "qd:dataPack") + ")",
+  if (booleanQuery(byName("boolean(", name, "qd:name", argument, "qd:dataPack"),
                    "qdHwFcnArgIsPacked")) {
     return true;
   }
-  return booleanQuery("boolean(" + byName(name, "qd:swRootName", argument, "qd:dataPack") + ")",
+  return booleanQuery(byName("boolean(", name, "qd:swRootName", argument, "qd:dataPack"),
                       "qdHwFcnArgIsPacked");
 }
 
@@ -288,7 +310,7 @@ int QDSRepo::getIthQdHwFcnArgPackedDataWidth1(std::string const& name, int i) {
 bool QDSRepo::isQdHwFcnArrayArg(std::string const& name, std::string const& argument) {
   // A pointer over an AXI master counts as an array.
   if (qdHwFcnArgIsAximmMasterPtr(name, argument)) return true;
-  return booleanQuery("boolean(" + byName(name, "qd:name", argument, "qd:arraySize") + ")",
+  return booleanQuery(byName("boolean(", name, "qd:name", argument, "qd:arraySize"),
                       "isQdHwFcnArrayArg");
 }
 

@@ -10,6 +10,7 @@
 #include <string>
 #include <unordered_map>
 
+#include "host/qd/qdrepo/QDDirectPath.h"
 #include "host/qd/qdrepo/QDNameIndex.h"
 #include "host/qd/qdrepo/QDNamespaces.h"
 #include "host/qd/qdrepo/QDRecentAnswers.h"
@@ -279,6 +280,7 @@ bool QDXPathDoc::parseFile() {
     return false;
   }
   nameIndex_.reset();
+  directPath_.reset();
   recentAnswers_.reset();
   shapes_.reset();
   // No parser options: no recovery, blanks kept, libxml2's defaults throughout.
@@ -291,11 +293,13 @@ bool QDXPathDoc::parseFile() {
     return false;
   }
   xpathContext->error = logXPathError;
+  xmlXPathContextSetCache(xpathContext, 1, -1, 0);
   return true;
 }
 
 bool QDXPathDoc::registerNamespace(xmlChar const* prefix, xmlChar const* uri) {
   nameIndex_.reset();
+  directPath_.reset();
   recentAnswers_.reset();
   shapes_.reset();
   return xmlXPathRegisterNs(xpathContext, prefix, uri) == 0;
@@ -334,10 +338,14 @@ xmlXPathObjectPtr QDXPathDoc::evaluateNamed(std::string const& expression, bool*
     xmlChar const* const uri = xmlXPathNsLookup(xpathContext, BAD_CAST "qd");
     if (uri == nullptr) return whole();
     nameIndex_ = std::make_unique<QDNameIndex>(doc, reinterpret_cast<char const*>(uri));
+    directPath_ =
+        std::make_unique<QDDirectPath>(reinterpret_cast<char const*>(uri), QDNameIndex::kVariable);
   }
-  std::string rewritten;
+  // The text is rewritten into the same buffer each time, which keeps its room.
+  std::string& rewritten = rewritten_;
   std::vector<xmlNodePtr> const* elements = nullptr;
   if (!nameIndex_->rewrite(expression, &rewritten, &elements)) return whole();
+  if (xmlXPathObjectPtr const walked = directPath_->evaluate(rewritten, *elements)) return walked;
   if (xmlXPathObjectPtr const shaped = evaluateShape(rewritten, *elements)) return shaped;
   xmlXPathObjectPtr const named = xmlXPathNewNodeSet(nullptr);
   if (named == nullptr) return whole();

@@ -15,6 +15,7 @@
 
 namespace qd {
 
+class QDDirectPath;
 class QDNameIndex;
 class QDRecentAnswers;
 
@@ -117,8 +118,10 @@ class QV_EXPORT QDXPathDoc {
   // change (parseFile, registerNamespace). Not shared with a copy.
   bool useShortcuts_;
   std::unique_ptr<QDNameIndex> nameIndex_;
+  std::unique_ptr<QDDirectPath> directPath_;
   std::unique_ptr<QDRecentAnswers> recentAnswers_;
   std::unique_ptr<CompiledShapes> shapes_;
+  std::string rewritten_;
 };
 
 }  // namespace qd
