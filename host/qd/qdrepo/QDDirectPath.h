@@ -17,7 +17,9 @@ namespace qd {
 // attribute step at its end:
 //
 //   [boolean(|count(|number(]$<variable>{pred}{/qd:<name>{pred}}[/@qd:<name>][)]
-//   pred := [<n>] | [@qd:<name>='<text>']
+//   pred := [<n>] | [@qd:<name>='<text>'] | <first of a packed group>
+//   <first of a packed group> := [not(@qd:<a>='<text>') or (@qd:<a>='<text>' and
+//                                not(@qd:<g>=preceding-sibling::qd:<name>/@qd:<g>))]
 //
 // with <n> a number from 1 to 999,999,999, <name> letters, digits and '_', and <text> printable
 // ASCII without a quote. That is what the repository asks about one function's arguments or one
