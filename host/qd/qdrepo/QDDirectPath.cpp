@@ -97,7 +97,8 @@ bool readFirstOfGroup(Reader* reader, FirstOfGroup* read) {
 }
 
 std::string_view textOf(xmlChar const* text) {
-  return text == nullptr ? std::string_view() : std::string_view(reinterpret_cast<char const*>(text));
+  return text == nullptr ? std::string_view()
+                         : std::string_view(reinterpret_cast<char const*>(text));
 }
 
 struct NodeSet {

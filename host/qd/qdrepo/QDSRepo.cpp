@@ -3,10 +3,10 @@
 #include "host/qd/qdrepo/QDSRepo.h"
 
 #include <boost/property_tree/ptree.hpp>
-#include <boost/property_tree/xml_parser.hpp>
 #include <sstream>
 #include <stdexcept>
 
+#include "host/qd/qdrepo/QDComponentReader.h"
 #include "host/qd/qdrepo/QDEnumerations.h"
 
 namespace qd {
@@ -23,25 +23,25 @@ QDSRepo::QDSRepo(std::string const& fileName, unsigned int repoFlags) : flags(re
   }
   doc->interactive = interactive;
 
-  boost::property_tree::ptree tree;
-  boost::property_tree::xml_parser::read_xml(fileName, tree, 0, std::locale());
-  for (auto const& [key, child] : tree.get_child("qd:repository")) {
-    if (key != "qd:component") continue;
-    try {
-      auto component = std::make_shared<Component>(child);
-      if (component->Type() == "platform") platformComponent = component;
-      Log(logINTERNAL, 9999) << "Adding component " << component->Name() << " for parsing";
-      components.emplace(component->Name(), component);
-    } catch (std::exception const& error) {
-      Log(logINTERNAL, 9999) << "Skipping due to " << error.what();
-      try {
-        std::string const name = child.get_child("<xmlattr>.qd:name").data();
-        Log(logINTERNAL, 9999) << "Skipping component for parsing " << name;
-      } catch (std::exception const&) {
-        // A component without a name has nothing more to say.
-      }
-    }
-  }
+  // The file's components as property trees, as read_xml reads them (it throws what read_xml
+  // throws), without a tree of the rest of the file.
+  QDComponentReader::read(
+      fileName, std::locale(), [this](boost::property_tree::ptree const& child) {
+        try {
+          auto component = std::make_shared<Component>(child);
+          if (component->Type() == "platform") platformComponent = component;
+          Log(logINTERNAL, 9999) << "Adding component " << component->Name() << " for parsing";
+          components.emplace(component->Name(), component);
+        } catch (std::exception const& error) {
+          Log(logINTERNAL, 9999) << "Skipping due to " << error.what();
+          try {
+            std::string const name = child.get_child("<xmlattr>.qd:name").data();
+            Log(logINTERNAL, 9999) << "Skipping component for parsing " << name;
+          } catch (std::exception const&) {
+            // A component without a name has nothing more to say.
+          }
+        }
+      });
   initEnumerationMaps();
 }
 
@@ -91,9 +91,9 @@ int QDSRepo::getNumQdComponents() {
 }
 
 std::string QDSRepo::getIthQdComponent(int i) {
-  return stringQuery("/qd:repository/qd:component[" +
-                         std::to_string(static_cast<long long>(i) + 1) + "]/@qd:name",
-                     "getIthQdComponent");
+  return stringQuery(
+      "/qd:repository/qd:component[" + std::to_string(static_cast<long long>(i) + 1) + "]/@qd:name",
+      "getIthQdComponent");
 }
 
 bool QDSRepo::checkDatabase() {

@@ -61,7 +61,9 @@ std::string join(std::initializer_list<std::string_view> pieces) {
 constexpr std::string_view kFunctionOpen = "/qd:repository/qd:fcnMap[@qd:fcnName='";
 constexpr std::string_view kFunctionClose = "'][1]";
 
-std::string function(std::string const& name) { return join({kFunctionOpen, name, kFunctionClose}); }
+std::string function(std::string const& name) {
+  return join({kFunctionOpen, name, kFunctionClose});
+}
 
 std::string ithRaw(std::string const& name, int i, std::string const& attribute) {
   return join({kFunctionOpen, name, kFunctionClose, "/qd:arg[",
@@ -148,12 +150,10 @@ int getQdHwFcnArgIntAttr(QDSRepo& repo, std::string const& name, std::string con
                          std::string const& attribute, std::string const& caller) {
   if (!repo.isQdHwFcn(name) || !repo.isQdHwFcnArg(name, argument)) return -1;
   for (char const* key : {"qd:name", "qd:hwName"}) {
-    int const answer =
-        repo.intQuery(byName("number(", name, key, argument, attribute), caller);
+    int const answer = repo.intQuery(byName("number(", name, key, argument, attribute), caller);
     if (answer != -1) return answer;
   }
-  return repo.intQuery(byName("number(", name, "qd:swRootName", argument, attribute),
-                       caller);
+  return repo.intQuery(byName("number(", name, "qd:swRootName", argument, attribute), caller);
 }
 
 std::string getQdHwFcnCtrlRegStrAttr(QDSRepo& repo, std::string const& name,
@@ -202,20 +202,22 @@ std::string QDSRepo::getQdHwFcnReturnOffset(std::string const& name) {
 
 int QDSRepo::getNumQdHwFcnArgs1(std::string const& name) {
   if (!isQdHwFcn(name)) return -1;
-  return intQuery(join({"count(", kFunctionOpen, name, kFunctionClose, "/qd:arg)"}), "getNumQdHwFcnArgs1");
+  return intQuery(join({"count(", kFunctionOpen, name, kFunctionClose, "/qd:arg)"}),
+                  "getNumQdHwFcnArgs1");
 }
 
 int QDSRepo::getNumQdHwFcnArgs(std::string const& name) {
   if (!isQdHwFcn(name)) return -1;
-  return intQuery(join({"count(", kFunctionOpen, name, kFunctionClose, "/qd:arg", kLogicalArgs, ")"}),
-                  "getNumQdHwFcnArgs");
+  return intQuery(
+      join({"count(", kFunctionOpen, name, kFunctionClose, "/qd:arg", kLogicalArgs, ")"}),
+      "getNumQdHwFcnArgs");
 }
 
 bool QDSRepo::isQdHwFcnArg(std::string const& name, std::string const& argument) {
   if (!isQdHwFcn(name)) return false;
   for (char const* key : {"qd:name", "qd:hwName", "qd:swRootName"}) {
     if (booleanQuery(join({"boolean(", kFunctionOpen, name, kFunctionClose, "/qd:arg[@", key, "='",
-                            argument, "'])"}),
+                           argument, "'])"}),
                      "isQdHwFcnArg")) {
       return true;
     }

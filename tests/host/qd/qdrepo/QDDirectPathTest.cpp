@@ -227,10 +227,12 @@ TEST_F(QDDirectPathTest, WhatTheWalkDoesNotReadIsLeftToLibxml2) {
       "string(" + function("f") + "/@qd:componentRef)",
       "count(" + function("f") + "/qd:arg) + 1",
       "boolean(" + function("f") + "/qd:arg",
-      function("f") + "/qd:arg[not(@qd:dataPack='true') or (@qd:dataPack='false' and "
-                      "not(@qd:swRootName=preceding-sibling::qd:arg/@qd:swRootName))]/@qd:name",
-      function("f") + "/qd:arg[not(@qd:dataPack='true') or (@qd:dataPack='true' and "
-                      "not(@qd:swRootName=preceding-sibling::qd:arg/@qd:name))]/@qd:name",
+      function("f") +
+          "/qd:arg[not(@qd:dataPack='true') or (@qd:dataPack='false' and "
+          "not(@qd:swRootName=preceding-sibling::qd:arg/@qd:swRootName))]/@qd:name",
+      function("f") +
+          "/qd:arg[not(@qd:dataPack='true') or (@qd:dataPack='true' and "
+          "not(@qd:swRootName=preceding-sibling::qd:arg/@qd:name))]/@qd:name",
   };
   for (std::string const& expression : expressions) {
     std::string rewritten;
