@@ -29,10 +29,11 @@ class Reader {
   bool peek(std::string_view expected) const {
     return text_.compare(at_, expected.size(), expected) == 0;
   }
+  // A name as XPath reads one: it may not start with a digit ("@qd:0x1c" does not compile).
   bool name(std::string_view* read) {
     std::size_t end = at_;
     while (end < text_.size() && isNameChar(text_[end])) ++end;
-    if (end == at_) return false;
+    if (end == at_ || (text_[at_] >= '0' && text_[at_] <= '9')) return false;
     *read = text_.substr(at_, end - at_);
     at_ = end;
     return true;

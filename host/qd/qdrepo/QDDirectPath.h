@@ -21,8 +21,8 @@ namespace qd {
 //   <first of a packed group> := [not(@qd:<a>='<text>') or (@qd:<a>='<text>' and
 //                                not(@qd:<g>=preceding-sibling::qd:<name>/@qd:<g>))]
 //
-// with <n> a number from 1 to 999,999,999, <name> letters, digits and '_', and <text> printable
-// ASCII without a quote. That is what the repository asks about one function's arguments or one
+// with <n> a number from 1 to 999,999,999, <name> letters, digits and '_' not starting with a
+// digit, and <text> printable ASCII without a quote. That is what the repository asks about one function's arguments or one
 // component's interfaces, hundreds of thousands of times while it checks and dumps a large
 // database, and for those libxml2 spends most of its time allocating: a node set per step and
 // per predicate, a string per comparison.

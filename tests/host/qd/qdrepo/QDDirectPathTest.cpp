@@ -224,6 +224,11 @@ TEST_F(QDDirectPathTest, WhatTheWalkDoesNotReadIsLeftToLibxml2) {
       function("f") + "/qd:arg[@qd:name=\"a\"]/@qd:name",
       function("f") + "/qd:arg[@qd:name = 'a']/@qd:name",
       function("f") + "/qd:arg-x/@qd:name",
+      // A name that starts with a digit does not compile (the fuzzer's first finding).
+      function("f") + "/qd:arg[1]/@qd:0x1c",
+      "number(" + function("f") + "/qd:arg[1]/@qd:0x1c)",
+      function("f") + "/qd:1arg/@qd:name",
+      function("f") + "/qd:arg[@qd:9name='a']/@qd:name",
       "string(" + function("f") + "/@qd:componentRef)",
       "count(" + function("f") + "/qd:arg) + 1",
       "boolean(" + function("f") + "/qd:arg",
