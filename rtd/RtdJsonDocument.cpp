@@ -6,6 +6,8 @@
 #include <unordered_map>
 #include <utility>
 
+#include "rtd/RtdJsonStreamSource.h"
+
 namespace IPA {
 
 // The parser's callbacks. They follow boost's standard_callbacks step for step (the same stack
@@ -20,34 +22,29 @@ class RtdJsonDocumentBuilder {
     keyIndex.emplace(std::string(), 0);
   }
 
-  // A value always starts empty (newValue), so to assign it is to append to it.
+  // A value always starts empty (newValue), so to assign it is to append to it. The parser reads
+  // from an input iterator (RtdJsonStreamSource), so strings and numbers come a character at a
+  // time, into `into`: the key being read, or the texts, at whose end the value's text grows.
   void on_null() {
     newValue();
-    append("null", 4);
+    into->append("null", 4);
+    endValue();
   }
   void on_boolean(bool b) {
     newValue();
     if (b) {
-      append("true", 4);
+      into->append("true", 4);
     } else {
-      append("false", 5);
+      into->append("false", 5);
     }
-  }
-  template <typename Range>
-  void on_number(Range codeUnits) {
-    newValue();
-    append(codeUnits.begin(), codeUnits.end());
+    endValue();
   }
   void on_begin_number() { newValue(); }
-  void on_digit(char d) { append(&d, 1); }
-  void on_end_number() {}
+  void on_digit(char d) { into->push_back(d); }
+  void on_end_number() { endValue(); }
   void on_begin_string() { newValue(); }
-  template <typename Range>
-  void on_code_units(Range codeUnits) {
-    append(codeUnits.begin(), codeUnits.end());
-  }
-  void on_code_unit(char c) { append(&c, 1); }
-  void on_end_string() {}
+  void on_code_unit(char c) { into->push_back(c); }
+  void on_end_string() { endValue(); }
   void on_begin_array() {
     newTree();
     stack.back().kind = Kind::kArray;
@@ -72,22 +69,14 @@ class RtdJsonDocumentBuilder {
     std::uint32_t node;
   };
 
-  // Adds to the value being read: a key, or the text of the node on top of the stack, which is
-  // always the last text of the document (values are read one at a time, and a node's text
-  // starts when it is made).
-  template <class Iterator>
-  void append(Iterator first, Iterator last) {
+  // Ends the value being read: a node's text is the end of the texts from where the node was
+  // made (values are read one at a time, and a node's text starts when it is made).
+  void endValue() {
     Layer const& layer = stack.back();
-    if (layer.kind == Kind::kKey) {
-      keyBuffer.append(first, last);
-      return;
-    }
-    std::size_t const before = document.texts.size();
-    document.texts.append(first, last);
-    document.record(layer.node).dataLength +=
-        static_cast<std::uint32_t>(document.texts.size() - before);
+    if (layer.kind == Kind::kKey) return;
+    RtdJsonDocument::Record& record = document.record(layer.node);
+    record.dataLength = static_cast<std::uint32_t>(document.texts.size() - record.dataOffset);
   }
-  void append(char const* text, std::size_t length) { append(text, text + length); }
 
   std::uint32_t addChild(std::uint32_t parent, std::uint32_t key) {
     std::uint32_t const index = document.addRecord();
@@ -143,6 +132,7 @@ class RtdJsonDocumentBuilder {
 
   // Starts a value: a new node, or the key of an object's next member.
   void newValue() {
+    into = &document.texts;
     if (stack.empty()) {
       newTree();
       return;
@@ -156,6 +146,7 @@ class RtdJsonDocumentBuilder {
       case Kind::kObject:
         layer.kind = Kind::kKey;
         keyBuffer.clear();
+        into = &keyBuffer;
         return;
       default:
         newTree();
@@ -165,23 +156,29 @@ class RtdJsonDocumentBuilder {
   RtdJsonDocument& document;
   std::unordered_map<std::string, std::uint32_t> keyIndex;
   std::string keyBuffer;
+  std::string* into = nullptr;
   std::vector<Layer> stack;
 };
 
-RtdJsonDocument::RtdJsonDocument(std::string const& text) {
-  // Positions are 32 bits wide; a run-time data file is some megabytes.
-  if (text.size() >= kNone) {
-    throw std::length_error("A run-time data file of 4 GiB or more cannot be read.");
-  }
+RtdJsonDocument::RtdJsonDocument(std::istream& in, std::size_t chunkSize) {
+  RtdJsonStreamSource source(in, chunkSize);
   // Room for every text at once, so that it does not grow (and copy itself) while the file is
   // read: the values' texts are never longer than the file. A bound; only what is written is
-  // ever touched.
-  texts.reserve(text.size());
+  // ever touched. A stream that does not tell its length grows the texts as it goes.
+  if (source.announcedLength() < RtdJsonStreamSource::kLengthLimit) {
+    texts.reserve(static_cast<std::size_t>(source.announcedLength()));
+  }
   addRecord();
   RtdJsonDocumentBuilder callbacks(*this);
   namespace detail = boost::property_tree::json_parser::detail;
   detail::encoding<char> encoding;
-  detail::read_json_internal(text.begin(), text.end(), encoding, callbacks, std::string());
+  try {
+    detail::read_json_internal(source.begin(), source.end(), encoding, callbacks, std::string());
+  } catch (boost::property_tree::json_parser_error const&) {
+    // The parser's error, or the source's own; a deeper or longer text is refused for that.
+    source.finishAfterFailure();
+    throw;
+  }
 }
 
 std::uint32_t RtdJsonDocument::addRecord() {

@@ -2,11 +2,15 @@
 #ifndef RTD_RTDJSONDOCUMENT_H_
 #define RTD_RTDJSONDOCUMENT_H_
 
+#include <cstddef>
 #include <cstdint>
+#include <iosfwd>
 #include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "rtd/RtdJsonStreamSource.h"
 
 namespace IPA {
 
@@ -28,9 +32,12 @@ class RtdJsonDocument {
  public:
   class Node;
 
-  // Parses `text`. Throws boost::property_tree::json_parser_error on bad JSON, as read_json of
-  // a stream (no file name in the text).
-  explicit RtdJsonDocument(std::string const& text);
+  // Parses the rest of `in`, as readJsonText (TextConversions.h) and then read_json of the
+  // text would: throws boost::property_tree::json_parser_error on bad JSON (no file name in the
+  // text) or on a text that nests too deep, and std::length_error on one of 4 GiB or more. The
+  // stream is read a piece of `chunkSize` bytes at a time (RtdJsonStreamSource), never whole;
+  // other sizes than the default are for tests.
+  explicit RtdJsonDocument(std::istream& in, std::size_t chunkSize = RtdJsonStreamSource::kChunk);
 
   Node root() const;
 
