@@ -1,5 +1,6 @@
 #include "rtd/RtdJsonDocument.h"
 
+#include <algorithm>
 #include <boost/property_tree/json_parser.hpp>
 #include <boost/property_tree/ptree.hpp>
 #include <stdexcept>
@@ -24,26 +25,27 @@ class RtdJsonDocumentBuilder {
 
   // A value always starts empty (newValue), so to assign it is to append to it. The parser reads
   // from an input iterator (RtdJsonStreamSource), so strings and numbers come a character at a
-  // time, into `into`: the key being read, or the texts, at whose end the value's text grows.
+  // time. They all go to the end of the texts, a key too: it is taken off again when its member's
+  // value starts (newTree).
   void on_null() {
     newValue();
-    into->append("null", 4);
+    document.appendText("null", 4);
     endValue();
   }
   void on_boolean(bool b) {
     newValue();
     if (b) {
-      into->append("true", 4);
+      document.appendText("true", 4);
     } else {
-      into->append("false", 5);
+      document.appendText("false", 5);
     }
     endValue();
   }
   void on_begin_number() { newValue(); }
-  void on_digit(char d) { into->push_back(d); }
+  void on_digit(char d) { document.appendText(d); }
   void on_end_number() { endValue(); }
   void on_begin_string() { newValue(); }
-  void on_code_unit(char c) { into->push_back(c); }
+  void on_code_unit(char c) { document.appendText(c); }
   void on_end_string() { endValue(); }
   void on_begin_array() {
     newTree();
@@ -75,13 +77,13 @@ class RtdJsonDocumentBuilder {
     Layer const& layer = stack.back();
     if (layer.kind == Kind::kKey) return;
     RtdJsonDocument::Record& record = document.record(layer.node);
-    record.dataLength = static_cast<std::uint32_t>(document.texts.size() - record.dataOffset);
+    record.dataLength = static_cast<std::uint32_t>(document.textSize - record.dataOffset);
   }
 
   std::uint32_t addChild(std::uint32_t parent, std::uint32_t key) {
     std::uint32_t const index = document.addRecord();
     document.record(index).key = key;
-    document.record(index).dataOffset = static_cast<std::uint32_t>(document.texts.size());
+    document.record(index).dataOffset = static_cast<std::uint32_t>(document.textSize);
     RtdJsonDocument::Record& owner = document.record(parent);
     if (owner.lastChild == RtdJsonDocument::kNone) {
       owner.firstChild = index;
@@ -115,6 +117,9 @@ class RtdJsonDocumentBuilder {
         return child;
       }
       case Kind::kKey: {
+        // The key read last is the end of the texts; it is kept among the keys instead.
+        keyBuffer.assign(document.texts.get() + keyStart, document.textSize - keyStart);
+        document.textSize = keyStart;
         std::uint32_t const child = addChild(layer.node, internKey(keyBuffer));
         layer.kind = Kind::kObject;
         stack.push_back({Kind::kLeaf, child});
@@ -132,7 +137,6 @@ class RtdJsonDocumentBuilder {
 
   // Starts a value: a new node, or the key of an object's next member.
   void newValue() {
-    into = &document.texts;
     if (stack.empty()) {
       newTree();
       return;
@@ -145,8 +149,7 @@ class RtdJsonDocumentBuilder {
         return;
       case Kind::kObject:
         layer.kind = Kind::kKey;
-        keyBuffer.clear();
-        into = &keyBuffer;
+        keyStart = document.textSize;
         return;
       default:
         newTree();
@@ -156,18 +159,20 @@ class RtdJsonDocumentBuilder {
   RtdJsonDocument& document;
   std::unordered_map<std::string, std::uint32_t> keyIndex;
   std::string keyBuffer;
-  std::string* into = nullptr;
+  // Where the key being read starts in the texts.
+  std::size_t keyStart = 0;
   std::vector<Layer> stack;
 };
 
 RtdJsonDocument::RtdJsonDocument(std::istream& in, std::size_t chunkSize) {
   RtdJsonStreamSource source(in, chunkSize);
   // Room for every text at once, so that it does not grow (and copy itself) while the file is
-  // read: the values' texts are never longer than the file. A bound; only what is written is
-  // ever touched. A stream that does not tell its length grows the texts as it goes.
-  if (source.announcedLength() < RtdJsonStreamSource::kLengthLimit) {
-    texts.reserve(static_cast<std::size_t>(source.announcedLength()));
-  }
+  // read: the texts are never longer than the part of the file read so far. A bound; only what is
+  // written is ever touched. A stream that does not tell its length grows the texts as it goes.
+  std::uint64_t const bound = source.announcedLength() < RtdJsonStreamSource::kLengthLimit
+                                  ? source.announcedLength()
+                                  : 0;
+  growTexts(std::max<std::size_t>(static_cast<std::size_t>(bound), 64));
   addRecord();
   RtdJsonDocumentBuilder callbacks(*this);
   namespace detail = boost::property_tree::json_parser::detail;
@@ -179,6 +184,16 @@ RtdJsonDocument::RtdJsonDocument(std::istream& in, std::size_t chunkSize) {
     source.finishAfterFailure();
     throw;
   }
+}
+
+void RtdJsonDocument::growTexts(std::size_t needed) {
+  if (needed <= textCapacity) return;
+  std::size_t const capacity = std::max(needed, 2 * textCapacity);
+  // Not value-initialised: a page of it is fetched only when a text is written to it.
+  std::unique_ptr<char[]> grown(new char[capacity]);
+  std::copy(texts.get(), texts.get() + textSize, grown.get());
+  texts = std::move(grown);
+  textCapacity = capacity;
 }
 
 std::uint32_t RtdJsonDocument::addRecord() {

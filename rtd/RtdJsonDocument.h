@@ -74,7 +74,24 @@ class RtdJsonDocument {
 
   std::vector<std::unique_ptr<Record[]>> blocks;
   std::uint32_t recordCount = 0;
-  std::string texts;
+
+  // The texts, one after the other: a buffer of which only what is written is ever touched, so
+  // that it can be sized for the whole file at once (the values' texts are never longer than
+  // the file) without costing a page more than it holds. The parser hands over strings a
+  // character at a time, and appendText is all each one costs.
+  void appendText(char c) {
+    if (textSize == textCapacity) growTexts(textSize + 1);
+    texts[textSize++] = c;
+  }
+  void appendText(char const* text, std::size_t length) {
+    if (textCapacity - textSize < length) growTexts(textSize + length);
+    for (std::size_t i = 0; i < length; ++i) texts[textSize++] = text[i];
+  }
+  void growTexts(std::size_t needed);
+
+  std::unique_ptr<char[]> texts;
+  std::size_t textSize = 0;
+  std::size_t textCapacity = 0;
 };
 
 class RtdJsonDocument::Node {
@@ -89,7 +106,7 @@ class RtdJsonDocument::Node {
   // or an array.
   std::string_view data() const {
     Record const& record = document_->record(index_);
-    return std::string_view(document_->texts).substr(record.dataOffset, record.dataLength);
+    return std::string_view(document_->texts.get() + record.dataOffset, record.dataLength);
   }
   std::size_t size() const { return document_->record(index_).children; }
   const_iterator begin() const;

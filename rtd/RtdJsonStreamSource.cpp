@@ -42,7 +42,7 @@ void RtdJsonStreamSource::take(std::size_t count) {
   }
 }
 
-bool RtdJsonStreamSource::refill() {
+bool RtdJsonStreamSource::refill(char const*& cur, char const*& last) {
   if (ended || refused) return false;
   std::streamsize const count =
       buffer->sgetn(chunk.get(), static_cast<std::streamsize>(chunkSize));
@@ -57,7 +57,6 @@ bool RtdJsonStreamSource::refill() {
 }
 
 void RtdJsonStreamSource::drain() {
-  cur = last;
   while (!ended) {
     std::streamsize const count =
         buffer->sgetn(chunk.get(), static_cast<std::streamsize>(chunkSize));

@@ -57,8 +57,8 @@ class RtdJsonStreamSource {
   void finishAfterFailure();
 
  private:
-  // Reads the next piece; false at the end of the stream.
-  bool refill();
+  // Reads the next piece into [cur, last); false at the end of the stream.
+  bool refill(char const*& cur, char const*& last);
   // Reads the rest, checking it, without handing it out.
   void drain();
   // Checks and counts a piece just read.
@@ -69,8 +69,6 @@ class RtdJsonStreamSource {
   std::uint64_t const limit;
   std::uint64_t announced = 0;
   std::unique_ptr<char[]> chunk;
-  char const* cur = nullptr;
-  char const* last = nullptr;
   std::uint64_t length = 0;
   JsonNestingCheck nesting;
   bool ended = false;
@@ -78,6 +76,8 @@ class RtdJsonStreamSource {
   bool refused = false;
 };
 
+// The parser keeps one iterator and reads through it alone (the copies it makes are made before it
+// reads), so the iterator holds the place in the buffer itself.
 class RtdJsonStreamSource::Iterator {
  public:
   using iterator_category = std::input_iterator_tag;
@@ -90,13 +90,13 @@ class RtdJsonStreamSource::Iterator {
   explicit Iterator(RtdJsonStreamSource* source) : source_(source) {}
 
   // Only where the parser has just been told that there is more.
-  char operator*() const { return *source_->cur; }
+  char operator*() const { return *cur_; }
   Iterator& operator++() {
-    ++source_->cur;
+    ++cur_;
     return *this;
   }
   // Refills the buffer when it is used up: the parser asks before every character it reads.
-  bool atEnd() const { return source_->cur == source_->last && !source_->refill(); }
+  bool atEnd() const { return cur_ == last_ && !source_->refill(cur_, last_); }
 
   friend bool operator==(Iterator const& it, End) { return it.atEnd(); }
   friend bool operator!=(Iterator const& it, End) { return !it.atEnd(); }
@@ -105,6 +105,9 @@ class RtdJsonStreamSource::Iterator {
 
  private:
   RtdJsonStreamSource* source_ = nullptr;
+  // The part of the buffer not read yet; moved on by the comparison that refills it.
+  mutable char const* cur_ = nullptr;
+  mutable char const* last_ = nullptr;
 };
 
 inline RtdJsonStreamSource::Iterator RtdJsonStreamSource::begin() { return Iterator(this); }

@@ -6,7 +6,9 @@
 #include <boost/property_tree/ptree.hpp>
 #include <cstddef>
 #include <sstream>
+#include <streambuf>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "diagram/TextConversions.h"
@@ -104,6 +106,30 @@ std::string documentOutcome(std::string const& text, std::size_t chunk) {
   return out.str();
 }
 
+// A stream that can only be read forward, as a pipe: it does not tell its length.
+class OneWayBuffer : public std::streambuf {
+ public:
+  explicit OneWayBuffer(std::string text) : text_(std::move(text)) {
+    setg(&text_[0], &text_[0], &text_[0] + text_.size());
+  }
+
+ private:
+  std::string text_;
+};
+
+std::string oneWayOutcome(std::string const& text, std::size_t chunk) {
+  OneWayBuffer buffer(text);
+  std::istream in(&buffer);
+  std::ostringstream out;
+  try {
+    IPA::RtdJsonDocument const document(in, chunk);
+    describe(document.root(), "", out);
+  } catch (boost::property_tree::json_parser_error const& error) {
+    out << "error: " << error.what();
+  }
+  return out.str();
+}
+
 std::string readJsonOutcome(std::string const& text) {
   std::istringstream in(text);
   std::ostringstream out;
@@ -123,8 +149,16 @@ TEST_F(RtdJsonDocumentTest, ReadsWhatReadJsonReadsAndRefusesWhatItRefusesInAnyPi
     for (std::size_t chunk : {1u, 2u, 3u, 5u, 7u, 16u, 64u * 1024u}) {
       SCOPED_TRACE("chunk " + std::to_string(chunk) + ": " + text.substr(0, 80));
       EXPECT_EQ(documentOutcome(text, chunk), expected);
+      EXPECT_EQ(oneWayOutcome(text, chunk), expected);
     }
   }
+}
+
+TEST_F(RtdJsonDocumentTest, AStreamThatDoesNotTellItsLengthGrowsItsTexts) {
+  std::string text = "[";
+  for (int i = 0; i < 500; ++i) text += (i == 0 ? "\"" : ", \"") + std::string(40, 'a' + i % 26) + "\"";
+  text += "]";
+  EXPECT_EQ(oneWayOutcome(text, 7), readJsonOutcome(text));
 }
 
 TEST_F(RtdJsonDocumentTest, AnEmptyFileIsRefusedOnItsFirstLine) {
