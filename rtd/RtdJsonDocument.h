@@ -25,6 +25,10 @@ namespace IPA {
 // keys in the same order (array elements with the empty key), numbers, true, false and null as
 // their text, an object's or an array's own text empty.
 //
+// The file is never held as one text: the parser reads the stream a piece at a time through
+// RtdJsonStreamSource, which also runs the depth check of the library's readers on each piece, so
+// that a large design's file costs a small buffer and is parsed while it is still in the cache.
+//
 // Node offers the part of the property tree's interface that the rtd builders use, with the same
 // meanings (see RtdSectionBuilder.h and the builders): a path is split at '.', and each step
 // takes the first child with that key. The document must outlive its nodes.
