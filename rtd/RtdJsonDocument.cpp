@@ -69,6 +69,8 @@ class RtdJsonDocumentBuilder {
   struct Layer {
     Kind kind;
     std::uint32_t node;
+    // The node's last child so far, while it is an array's or an object's.
+    std::uint32_t lastChild = RtdJsonDocument::kNone;
   };
 
   // Ends the value being read: a node's text is the end of the texts from where the node was
@@ -80,17 +82,19 @@ class RtdJsonDocumentBuilder {
     record.dataLength = static_cast<std::uint32_t>(document.textSize - record.dataOffset);
   }
 
-  std::uint32_t addChild(std::uint32_t parent, std::uint32_t key) {
+  // Appends a child to the node of `parent`, the layer on top of the stack.
+  std::uint32_t addChild(Layer& parent, std::uint32_t key) {
     std::uint32_t const index = document.addRecord();
-    document.record(index).key = key;
-    document.record(index).dataOffset = static_cast<std::uint32_t>(document.textSize);
-    RtdJsonDocument::Record& owner = document.record(parent);
-    if (owner.lastChild == RtdJsonDocument::kNone) {
+    RtdJsonDocument::Record& child = document.record(index);
+    child.key = key;
+    child.dataOffset = static_cast<std::uint32_t>(document.textSize);
+    RtdJsonDocument::Record& owner = document.record(parent.node);
+    if (parent.lastChild == RtdJsonDocument::kNone) {
       owner.firstChild = index;
     } else {
-      document.record(owner.lastChild).next = index;
+      document.record(parent.lastChild).next = index;
     }
-    owner.lastChild = index;
+    parent.lastChild = index;
     ++owner.children;
     return index;
   }
@@ -112,7 +116,7 @@ class RtdJsonDocumentBuilder {
     Layer& layer = stack.back();
     switch (layer.kind) {
       case Kind::kArray: {
-        std::uint32_t const child = addChild(layer.node, 0);
+        std::uint32_t const child = addChild(layer, 0);
         stack.push_back({Kind::kLeaf, child});
         return child;
       }
@@ -120,7 +124,7 @@ class RtdJsonDocumentBuilder {
         // The key read last is the end of the texts; it is kept among the keys instead.
         keyBuffer.assign(document.texts.get() + keyStart, document.textSize - keyStart);
         document.textSize = keyStart;
-        std::uint32_t const child = addChild(layer.node, internKey(keyBuffer));
+        std::uint32_t const child = addChild(layer, internKey(keyBuffer));
         layer.kind = Kind::kObject;
         stack.push_back({Kind::kLeaf, child});
         return child;
@@ -169,9 +173,8 @@ RtdJsonDocument::RtdJsonDocument(std::istream& in, std::size_t chunkSize) {
   // Room for every text at once, so that it does not grow (and copy itself) while the file is
   // read: the texts are never longer than the part of the file read so far. A bound; only what is
   // written is ever touched. A stream that does not tell its length grows the texts as it goes.
-  std::uint64_t const bound = source.announcedLength() < RtdJsonStreamSource::kLengthLimit
-                                  ? source.announcedLength()
-                                  : 0;
+  std::uint64_t const bound =
+      source.announcedLength() < RtdJsonStreamSource::kLengthLimit ? source.announcedLength() : 0;
   growTexts(std::max<std::size_t>(static_cast<std::size_t>(bound), 64));
   addRecord();
   RtdJsonDocumentBuilder callbacks(*this);
@@ -197,7 +200,11 @@ void RtdJsonDocument::growTexts(std::size_t needed) {
 }
 
 std::uint32_t RtdJsonDocument::addRecord() {
-  if ((recordCount & (kBlock - 1)) == 0) blocks.push_back(std::make_unique<Record[]>(kBlock));
+  // Default-initialised: the records are written one by one below, not all at once here.
+  if ((recordCount & (kBlock - 1)) == 0) {
+    blocks.push_back(std::unique_ptr<Record[]>(new Record[kBlock]));
+  }
+  record(recordCount) = Record{0, 0, 0, kNone, kNone, 0};
   return recordCount++;
 }
 

@@ -52,14 +52,16 @@ class RtdJsonDocument {
   // `texts`. A large design's document is then a few large blocks, which matters as much as the
   // count of allocations: memory freed in large blocks goes back to the system, and fetching it
   // again page by page costs more than filling it.
+  // No initialisers: a block is not written when it is allocated, only each record when it is
+  // added (addRecord). The last child of a node, needed only while the node is read, is kept by
+  // the builder, not here.
   struct Record {
-    std::uint32_t dataOffset = 0;  // into texts
-    std::uint32_t dataLength = 0;
-    std::uint32_t key = 0;  // into keys
-    std::uint32_t firstChild = kNone;
-    std::uint32_t lastChild = kNone;
-    std::uint32_t next = kNone;
-    std::uint32_t children = 0;
+    std::uint32_t dataOffset;  // into texts
+    std::uint32_t dataLength;
+    std::uint32_t key;  // into keys
+    std::uint32_t firstChild;
+    std::uint32_t next;
+    std::uint32_t children;
   };
   static constexpr std::uint32_t kNone = 0xffffffffu;
 

@@ -44,8 +44,7 @@ void RtdJsonStreamSource::take(std::size_t count) {
 
 bool RtdJsonStreamSource::refill(char const*& cur, char const*& last) {
   if (ended || refused) return false;
-  std::streamsize const count =
-      buffer->sgetn(chunk.get(), static_cast<std::streamsize>(chunkSize));
+  std::streamsize const count = buffer->sgetn(chunk.get(), static_cast<std::streamsize>(chunkSize));
   if (count <= 0) {
     ended = true;
     return false;

@@ -78,7 +78,8 @@ std::vector<std::string> const& texts() {
 
 // The document's outcome for `text` read in pieces of `chunk`, and read_json's for the whole text
 // after the depth check (readJsonTree), written alike: the tree, or the error's text.
-void describe(IPA::RtdJsonDocument::Node const& node, std::string const& indent, std::ostream& out) {
+void describe(IPA::RtdJsonDocument::Node const& node, std::string const& indent,
+              std::ostream& out) {
   out << indent << "'" << node.data() << "' " << node.size() << "\n";
   for (auto const& member : node) {
     out << indent << member.first << ":\n";
@@ -156,7 +157,9 @@ TEST_F(RtdJsonDocumentTest, ReadsWhatReadJsonReadsAndRefusesWhatItRefusesInAnyPi
 
 TEST_F(RtdJsonDocumentTest, AStreamThatDoesNotTellItsLengthGrowsItsTexts) {
   std::string text = "[";
-  for (int i = 0; i < 500; ++i) text += (i == 0 ? "\"" : ", \"") + std::string(40, 'a' + i % 26) + "\"";
+  for (int i = 0; i < 500; ++i) {
+    text += (i == 0 ? "\"" : ", \"") + std::string(40, static_cast<char>('a' + i % 26)) + "\"";
+  }
   text += "]";
   EXPECT_EQ(oneWayOutcome(text, 7), readJsonOutcome(text));
 }
