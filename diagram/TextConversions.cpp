@@ -5,6 +5,8 @@
 #include <iterator>
 #include <string>
 
+#include "diagram/JsonNestingCheck.h"
+
 namespace IPA {
 
 std::string doubleToString(double value) {
@@ -27,36 +29,11 @@ std::vector<std::string> splitKeepingEmpty(std::string const& text, char separat
 
 namespace {
 
-// Refuses `text` if its arrays and objects nest deeper than kMaxJsonNesting. Follows the parser
-// only as far as it matters: on the part of a text that parses, strings end where the parser
-// ends them (an escaped quote does not end one), so the depth counted is the depth the parser
-// would reach; past the first error the parser stops anyway.
+// Refuses `text` if its arrays and objects nest deeper than kMaxJsonNesting.
 void checkNesting(std::string const& text) {
-  int depth = 0;
-  unsigned long line = 1;
-  bool inString = false;
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    char const c = text[i];
-    if (c == '\n') ++line;
-    if (inString) {
-      if (c == '\\') {
-        ++i;  // the escaped character, a quote included, does not end the string
-      } else if (c == '"') {
-        inString = false;
-      }
-    } else if (c == '"') {
-      inString = true;
-    } else if (c == '[' || c == '{') {
-      if (++depth > kMaxJsonNesting) {
-        throw boost::property_tree::json_parser_error(
-            "nesting deeper than " + std::to_string(kMaxJsonNesting) + " levels", "", line);
-      }
-    } else if (c == ']' || c == '}') {
-      --depth;
-    }
-  }
+  JsonNestingCheck check;
+  check.scan(text.data(), text.data() + text.size());
 }
-
 
 // The rest of `in` as one text. A stream that knows its length (a file, a string) is read in
 // one piece into a text of that size; growing the text while reading would copy a large file

@@ -1,10 +1,13 @@
 #include "rtd/RtdJsonDocument.h"
 
+#include <algorithm>
 #include <boost/property_tree/json_parser.hpp>
 #include <boost/property_tree/ptree.hpp>
 #include <stdexcept>
 #include <unordered_map>
 #include <utility>
+
+#include "rtd/RtdJsonStreamSource.h"
 
 namespace IPA {
 
@@ -20,34 +23,30 @@ class RtdJsonDocumentBuilder {
     keyIndex.emplace(std::string(), 0);
   }
 
-  // A value always starts empty (newValue), so to assign it is to append to it.
+  // A value always starts empty (newValue), so to assign it is to append to it. The parser reads
+  // from an input iterator (RtdJsonStreamSource), so strings and numbers come a character at a
+  // time. They all go to the end of the texts, a key too: it is taken off again when its member's
+  // value starts (newTree).
   void on_null() {
     newValue();
-    append("null", 4);
+    document.appendText("null", 4);
+    endValue();
   }
   void on_boolean(bool b) {
     newValue();
     if (b) {
-      append("true", 4);
+      document.appendText("true", 4);
     } else {
-      append("false", 5);
+      document.appendText("false", 5);
     }
-  }
-  template <typename Range>
-  void on_number(Range codeUnits) {
-    newValue();
-    append(codeUnits.begin(), codeUnits.end());
+    endValue();
   }
   void on_begin_number() { newValue(); }
-  void on_digit(char d) { append(&d, 1); }
-  void on_end_number() {}
+  void on_digit(char d) { document.appendText(d); }
+  void on_end_number() { endValue(); }
   void on_begin_string() { newValue(); }
-  template <typename Range>
-  void on_code_units(Range codeUnits) {
-    append(codeUnits.begin(), codeUnits.end());
-  }
-  void on_code_unit(char c) { append(&c, 1); }
-  void on_end_string() {}
+  void on_code_unit(char c) { document.appendText(c); }
+  void on_end_string() { endValue(); }
   void on_begin_array() {
     newTree();
     stack.back().kind = Kind::kArray;
@@ -70,36 +69,32 @@ class RtdJsonDocumentBuilder {
   struct Layer {
     Kind kind;
     std::uint32_t node;
+    // The node's last child so far, while it is an array's or an object's.
+    std::uint32_t lastChild = RtdJsonDocument::kNone;
   };
 
-  // Adds to the value being read: a key, or the text of the node on top of the stack, which is
-  // always the last text of the document (values are read one at a time, and a node's text
-  // starts when it is made).
-  template <class Iterator>
-  void append(Iterator first, Iterator last) {
+  // Ends the value being read: a node's text is the end of the texts from where the node was
+  // made (values are read one at a time, and a node's text starts when it is made).
+  void endValue() {
     Layer const& layer = stack.back();
-    if (layer.kind == Kind::kKey) {
-      keyBuffer.append(first, last);
-      return;
-    }
-    std::size_t const before = document.texts.size();
-    document.texts.append(first, last);
-    document.record(layer.node).dataLength +=
-        static_cast<std::uint32_t>(document.texts.size() - before);
+    if (layer.kind == Kind::kKey) return;
+    RtdJsonDocument::Record& record = document.record(layer.node);
+    record.dataLength = static_cast<std::uint32_t>(document.textSize - record.dataOffset);
   }
-  void append(char const* text, std::size_t length) { append(text, text + length); }
 
-  std::uint32_t addChild(std::uint32_t parent, std::uint32_t key) {
+  // Appends a child to the node of `parent`, the layer on top of the stack.
+  std::uint32_t addChild(Layer& parent, std::uint32_t key) {
     std::uint32_t const index = document.addRecord();
-    document.record(index).key = key;
-    document.record(index).dataOffset = static_cast<std::uint32_t>(document.texts.size());
-    RtdJsonDocument::Record& owner = document.record(parent);
-    if (owner.lastChild == RtdJsonDocument::kNone) {
+    RtdJsonDocument::Record& child = document.record(index);
+    child.key = key;
+    child.dataOffset = static_cast<std::uint32_t>(document.textSize);
+    RtdJsonDocument::Record& owner = document.record(parent.node);
+    if (parent.lastChild == RtdJsonDocument::kNone) {
       owner.firstChild = index;
     } else {
-      document.record(owner.lastChild).next = index;
+      document.record(parent.lastChild).next = index;
     }
-    owner.lastChild = index;
+    parent.lastChild = index;
     ++owner.children;
     return index;
   }
@@ -121,12 +116,15 @@ class RtdJsonDocumentBuilder {
     Layer& layer = stack.back();
     switch (layer.kind) {
       case Kind::kArray: {
-        std::uint32_t const child = addChild(layer.node, 0);
+        std::uint32_t const child = addChild(layer, 0);
         stack.push_back({Kind::kLeaf, child});
         return child;
       }
       case Kind::kKey: {
-        std::uint32_t const child = addChild(layer.node, internKey(keyBuffer));
+        // The key read last is the end of the texts; it is kept among the keys instead.
+        keyBuffer.assign(document.texts.get() + keyStart, document.textSize - keyStart);
+        document.textSize = keyStart;
+        std::uint32_t const child = addChild(layer, internKey(keyBuffer));
         layer.kind = Kind::kObject;
         stack.push_back({Kind::kLeaf, child});
         return child;
@@ -155,7 +153,7 @@ class RtdJsonDocumentBuilder {
         return;
       case Kind::kObject:
         layer.kind = Kind::kKey;
-        keyBuffer.clear();
+        keyStart = document.textSize;
         return;
       default:
         newTree();
@@ -165,27 +163,48 @@ class RtdJsonDocumentBuilder {
   RtdJsonDocument& document;
   std::unordered_map<std::string, std::uint32_t> keyIndex;
   std::string keyBuffer;
+  // Where the key being read starts in the texts.
+  std::size_t keyStart = 0;
   std::vector<Layer> stack;
 };
 
-RtdJsonDocument::RtdJsonDocument(std::string const& text) {
-  // Positions are 32 bits wide; a run-time data file is some megabytes.
-  if (text.size() >= kNone) {
-    throw std::length_error("A run-time data file of 4 GiB or more cannot be read.");
-  }
+RtdJsonDocument::RtdJsonDocument(std::istream& in, std::size_t chunkSize) {
+  RtdJsonStreamSource source(in, chunkSize);
   // Room for every text at once, so that it does not grow (and copy itself) while the file is
-  // read: the values' texts are never longer than the file. A bound; only what is written is
-  // ever touched.
-  texts.reserve(text.size());
+  // read: the texts are never longer than the part of the file read so far. A bound; only what is
+  // written is ever touched. A stream that does not tell its length grows the texts as it goes.
+  std::uint64_t const bound =
+      source.announcedLength() < RtdJsonStreamSource::kLengthLimit ? source.announcedLength() : 0;
+  growTexts(std::max<std::size_t>(static_cast<std::size_t>(bound), 64));
   addRecord();
   RtdJsonDocumentBuilder callbacks(*this);
   namespace detail = boost::property_tree::json_parser::detail;
   detail::encoding<char> encoding;
-  detail::read_json_internal(text.begin(), text.end(), encoding, callbacks, std::string());
+  try {
+    detail::read_json_internal(source.begin(), source.end(), encoding, callbacks, std::string());
+  } catch (boost::property_tree::json_parser_error const&) {
+    // The parser's error, or the source's own; a deeper or longer text is refused for that.
+    source.finishAfterFailure();
+    throw;
+  }
+}
+
+void RtdJsonDocument::growTexts(std::size_t needed) {
+  if (needed <= textCapacity) return;
+  std::size_t const capacity = std::max(needed, 2 * textCapacity);
+  // Not value-initialised: a page of it is fetched only when a text is written to it.
+  std::unique_ptr<char[]> grown(new char[capacity]);
+  std::copy(texts.get(), texts.get() + textSize, grown.get());
+  texts = std::move(grown);
+  textCapacity = capacity;
 }
 
 std::uint32_t RtdJsonDocument::addRecord() {
-  if ((recordCount & (kBlock - 1)) == 0) blocks.push_back(std::make_unique<Record[]>(kBlock));
+  // Default-initialised: the records are written one by one below, not all at once here.
+  if ((recordCount & (kBlock - 1)) == 0) {
+    blocks.push_back(std::unique_ptr<Record[]>(new Record[kBlock]));
+  }
+  record(recordCount) = Record{0, 0, 0, kNone, kNone, 0};
   return recordCount++;
 }
 

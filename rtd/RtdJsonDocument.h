@@ -2,11 +2,15 @@
 #ifndef RTD_RTDJSONDOCUMENT_H_
 #define RTD_RTDJSONDOCUMENT_H_
 
+#include <cstddef>
 #include <cstdint>
+#include <iosfwd>
 #include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "rtd/RtdJsonStreamSource.h"
 
 namespace IPA {
 
@@ -21,6 +25,10 @@ namespace IPA {
 // keys in the same order (array elements with the empty key), numbers, true, false and null as
 // their text, an object's or an array's own text empty.
 //
+// The file is never held as one text: the parser reads the stream a piece at a time through
+// RtdJsonStreamSource, which also runs the depth check of the library's readers on each piece, so
+// that a large design's file costs a small buffer and is parsed while it is still in the cache.
+//
 // Node offers the part of the property tree's interface that the rtd builders use, with the same
 // meanings (see RtdSectionBuilder.h and the builders): a path is split at '.', and each step
 // takes the first child with that key. The document must outlive its nodes.
@@ -28,9 +36,12 @@ class RtdJsonDocument {
  public:
   class Node;
 
-  // Parses `text`. Throws boost::property_tree::json_parser_error on bad JSON, as read_json of
-  // a stream (no file name in the text).
-  explicit RtdJsonDocument(std::string const& text);
+  // Parses the rest of `in`, as readJsonText (TextConversions.h) and then read_json of the
+  // text would: throws boost::property_tree::json_parser_error on bad JSON (no file name in the
+  // text) or on a text that nests too deep, and std::length_error on one of 4 GiB or more. The
+  // stream is read a piece of `chunkSize` bytes at a time (RtdJsonStreamSource), never whole;
+  // other sizes than the default are for tests.
+  explicit RtdJsonDocument(std::istream& in, std::size_t chunkSize = RtdJsonStreamSource::kChunk);
 
   Node root() const;
 
@@ -41,14 +52,16 @@ class RtdJsonDocument {
   // `texts`. A large design's document is then a few large blocks, which matters as much as the
   // count of allocations: memory freed in large blocks goes back to the system, and fetching it
   // again page by page costs more than filling it.
+  // No initialisers: a block is not written when it is allocated, only each record when it is
+  // added (addRecord). The last child of a node, needed only while the node is read, is kept by
+  // the builder, not here.
   struct Record {
-    std::uint32_t dataOffset = 0;  // into texts
-    std::uint32_t dataLength = 0;
-    std::uint32_t key = 0;  // into keys
-    std::uint32_t firstChild = kNone;
-    std::uint32_t lastChild = kNone;
-    std::uint32_t next = kNone;
-    std::uint32_t children = 0;
+    std::uint32_t dataOffset;  // into texts
+    std::uint32_t dataLength;
+    std::uint32_t key;  // into keys
+    std::uint32_t firstChild;
+    std::uint32_t next;
+    std::uint32_t children;
   };
   static constexpr std::uint32_t kNone = 0xffffffffu;
 
@@ -67,7 +80,24 @@ class RtdJsonDocument {
 
   std::vector<std::unique_ptr<Record[]>> blocks;
   std::uint32_t recordCount = 0;
-  std::string texts;
+
+  // The texts, one after the other: a buffer of which only what is written is ever touched, so
+  // that it can be sized for the whole file at once (the values' texts are never longer than
+  // the file) without costing a page more than it holds. The parser hands over strings a
+  // character at a time, and appendText is all each one costs.
+  void appendText(char c) {
+    if (textSize == textCapacity) growTexts(textSize + 1);
+    texts[textSize++] = c;
+  }
+  void appendText(char const* text, std::size_t length) {
+    if (textCapacity - textSize < length) growTexts(textSize + length);
+    for (std::size_t i = 0; i < length; ++i) texts[textSize++] = text[i];
+  }
+  void growTexts(std::size_t needed);
+
+  std::unique_ptr<char[]> texts;
+  std::size_t textSize = 0;
+  std::size_t textCapacity = 0;
 };
 
 class RtdJsonDocument::Node {
@@ -82,7 +112,7 @@ class RtdJsonDocument::Node {
   // or an array.
   std::string_view data() const {
     Record const& record = document_->record(index_);
-    return std::string_view(document_->texts).substr(record.dataOffset, record.dataLength);
+    return std::string_view(document_->texts.get() + record.dataOffset, record.dataLength);
   }
   std::size_t size() const { return document_->record(index_).children; }
   const_iterator begin() const;

@@ -4,7 +4,6 @@
 #include <boost/property_tree/ptree.hpp>
 #include <utility>
 
-#include "diagram/TextConversions.h"
 #include "rtd/RtdConnectivityBuilder.h"
 #include "rtd/RtdIpLayoutBuilder.h"
 #include "rtd/RtdJsonDocument.h"
@@ -16,8 +15,9 @@ namespace IPA {
 void RtdTreeBuilder::deSerialize(std::istream& in) {
   // The parsed file lives only for this call; the parts keep copies of the texts they need. It is
   // read into a compact document rather than a property tree (see RtdJsonDocument.h): the same
-  // parser and the same tree, at a fraction of the allocations for a large design.
-  RtdJsonDocument const document(readJsonText(in));
+  // parser and the same tree, at a fraction of the allocations for a large design, read from the
+  // stream a piece at a time rather than as one text.
+  RtdJsonDocument const document(in);
   RtdJsonDocument::Node const tree = document.root();
 
   // The order of the reads decides which missing path a broken file is refused with.
