@@ -2,59 +2,22 @@
 
 #include <gtest/gtest.h>
 
-#include <boost/property_tree/xml_parser.hpp>
 #include <fstream>
-#include <sstream>
 #include <string>
-#include <typeinfo>
 #include <vector>
 
+#include "tests/host/qd/qdrepo/ComponentTreeTranscript.h"
 #include "tests/host/qd/qdrepo/RandomRepositoryFile.h"
 #include "tests/support/TempDir.h"
 
 namespace qd {
 namespace {
 
-using boost::property_tree::ptree;
-
-// A tree as text: every key, its data and its children, so that two trees read alike exactly
-// when they are equal.
-void tell(ptree const& tree, int depth, std::ostringstream* out) {
-  *out << std::string(static_cast<std::size_t>(depth) * 2, ' ') << "data [" << tree.data() << "]\n";
-  for (auto const& [key, child] : tree) {
-    *out << std::string(static_cast<std::size_t>(depth) * 2, ' ') << "key [" << key << "]\n";
-    tell(child, depth + 1, out);
-  }
-}
-
-// What a reading gives: each component's tree in order, or the exception, its type and text.
 std::string byReadXml(std::string const& file) {
-  std::ostringstream out;
-  try {
-    ptree tree;
-    boost::property_tree::xml_parser::read_xml(file, tree, 0, std::locale());
-    for (auto const& [key, child] : tree.get_child("qd:repository")) {
-      if (key != "qd:component") continue;
-      out << "component\n";
-      tell(child, 1, &out);
-    }
-  } catch (std::exception const& error) {
-    out << "threw " << typeid(error).name() << ": " << error.what() << "\n";
-  }
-  return out.str();
+  return qvtest::ComponentTreeTranscript::byReadXml(file);
 }
-
 std::string byComponentReader(std::string const& file) {
-  std::ostringstream out;
-  try {
-    QDComponentReader::read(file, std::locale(), [&out](ptree const& component) {
-      out << "component\n";
-      tell(component, 1, &out);
-    });
-  } catch (std::exception const& error) {
-    out << "threw " << typeid(error).name() << ": " << error.what() << "\n";
-  }
-  return out.str();
+  return qvtest::ComponentTreeTranscript::byComponentReader(file);
 }
 
 class QDComponentReaderTest : public ::testing::Test {
