@@ -95,8 +95,8 @@ void describe(boost::property_tree::ptree const& tree, std::string const& indent
   }
 }
 
-std::string documentOutcome(std::string const& text, std::size_t chunk) {
-  std::istringstream in(text);
+// The document read from `in` in pieces of `chunk` bytes, described, or the parser's error.
+std::string outcomeOf(std::istream& in, std::size_t chunk) {
   std::ostringstream out;
   try {
     IPA::RtdJsonDocument const document(in, chunk);
@@ -105,6 +105,11 @@ std::string documentOutcome(std::string const& text, std::size_t chunk) {
     out << "error: " << error.what();
   }
   return out.str();
+}
+
+std::string documentOutcome(std::string const& text, std::size_t chunk) {
+  std::istringstream in(text);
+  return outcomeOf(in, chunk);
 }
 
 // A stream that can only be read forward, as a pipe: it does not tell its length.
@@ -121,14 +126,7 @@ class OneWayBuffer : public std::streambuf {
 std::string oneWayOutcome(std::string const& text, std::size_t chunk) {
   OneWayBuffer buffer(text);
   std::istream in(&buffer);
-  std::ostringstream out;
-  try {
-    IPA::RtdJsonDocument const document(in, chunk);
-    describe(document.root(), "", out);
-  } catch (boost::property_tree::json_parser_error const& error) {
-    out << "error: " << error.what();
-  }
-  return out.str();
+  return outcomeOf(in, chunk);
 }
 
 std::string readJsonOutcome(std::string const& text) {
